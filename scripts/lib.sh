@@ -1,0 +1,26 @@
+# Shared by the scripts: installs the Debian packages a build needs, only when missing.
+
+# What the core, its tests and benchmarks need.
+CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils
+               libgtest-dev libgmock-dev libbenchmark-dev)
+
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' \
+            || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+configure_and_build() {
+    local build_dir=$1
+    shift
+    cmake -S . -B "$build_dir" -G Ninja "$@"
+    cmake --build "$build_dir"
+}

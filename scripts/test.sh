@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test. With --sanitize, the same under ASan and UBSan
+# in a separate build folder.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/lib.sh
+
+install_packages "${CORE_PACKAGES[@]}"
+
+if [ "${1:-}" = "--sanitize" ]; then
+    configure_and_build build-asan -DCMAKE_BUILD_TYPE=Debug -DVEXTO_SANITIZE=ON -DVEXTO_BUILD_BENCH=OFF
+    ctest --test-dir build-asan --output-on-failure -j "$(nproc)"
+else
+    configure_and_build build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+    ctest --test-dir build --output-on-failure -j "$(nproc)"
+fi

@@ -1,0 +1,65 @@
+#include "foundation/Bundle.hpp"
+
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/FileSystem.hpp"
+#include "foundation/Localization.hpp"
+
+namespace vexto {
+
+Bundle::Bundle(std::string path) : path_(std::move(path)) {}
+
+std::string Bundle::resourcePath() const
+{
+    return FileSystem::join(FileSystem::join(path_, "Contents"), "Resources");
+}
+
+std::optional<PlistDictionary> Bundle::uncachedPreferencePaneInfo() const
+{
+    return deeplyMutableDictionaryWithContentsOfFile(
+        FileSystem::join(FileSystem::join(path_, "Contents"), "Info.plist"));
+}
+
+std::optional<std::string> Bundle::infoString(std::string_view key) const
+{
+    const auto info = uncachedPreferencePaneInfo();
+    const PlistValue* value = info ? objectForKey(*info, key) : nullptr;
+    if (value == nullptr || !value->isString()) {
+        return std::nullopt;
+    }
+    return *value->asString();
+}
+
+std::string Bundle::pathForUncachedPreferencePaneResourceFile(std::string_view name) const
+{
+    return FileSystem::join(resourcePath(), std::string(name));
+}
+
+const StringsTable* Bundle::stringsTable(std::string_view table) const
+{
+    auto found = tables_.find(table);
+    if (found == tables_.end()) {
+        std::optional<StringsTable> loaded;
+        for (const std::string& folder : Localization::preferredLocalizationFolders()) {
+            loaded = StringsTable::load(FileSystem::join(
+                FileSystem::join(resourcePath(), folder), std::string(table) + ".strings"));
+            if (loaded) {
+                break;
+            }
+        }
+        found = tables_.emplace(std::string(table), std::move(loaded)).first;
+    }
+    return found->second ? &*found->second : nullptr;
+}
+
+std::string Bundle::localizedString(std::string_view key, std::string_view value,
+                                    std::string_view table) const
+{
+    if (const StringsTable* strings = stringsTable(table)) {
+        if (const std::string* text = strings->find(key)) {
+            return *text;
+        }
+    }
+    return std::string(value.empty() ? key : value);
+}
+
+} // namespace vexto

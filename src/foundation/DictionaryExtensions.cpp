@@ -1,0 +1,115 @@
+#include "foundation/DictionaryExtensions.hpp"
+
+#include "foundation/PropertyListCodec.hpp"
+#include "foundation/TypedStreamArchiver.hpp"
+#include "foundation/TypedStreamUnarchiver.hpp"
+
+namespace vexto {
+
+void setDefaultBool(PlistDictionary& dictionary, bool value, std::string_view key)
+{
+    if (!dictionary.contains(key)) {
+        dictionary.emplace(std::string(key), value);
+    }
+}
+
+void setDefaultInteger(PlistDictionary& dictionary, std::int64_t value, std::string_view key)
+{
+    if (!dictionary.contains(key)) {
+        dictionary.emplace(std::string(key), static_cast<long long>(value));
+    }
+}
+
+void archiveObject(PlistDictionary& dictionary, const std::optional<ArchivedObject>& object,
+                   std::string_view key)
+{
+    if (object) {
+        dictionary.insert_or_assign(std::string(key),
+                                    TypedStreamArchiver::archivedDataWithRootObject(*object));
+    }
+}
+
+std::optional<ArchivedObject> unarchivedObjectForKey(const PlistDictionary& dictionary,
+                                                     std::string_view key)
+{
+    const PlistValue* value = objectForKey(dictionary, key);
+    const PlistData* data = value != nullptr ? value->asData() : nullptr;
+    if (data == nullptr) {
+        return std::nullopt;
+    }
+    return TypedStreamUnarchiver::unarchiveObjectWithData(*data);
+}
+
+void takeObjectForKey(PlistDictionary& dictionary, std::string_view key,
+                      const PlistDictionary& fromDictionary)
+{
+    if (const PlistValue* value = objectForKey(fromDictionary, key)) {
+        dictionary.insert_or_assign(std::string(key), *value);
+    }
+}
+
+void takeObjectsFromDictionary(PlistDictionary& dictionary, const PlistDictionary& other)
+{
+    for (const auto& [key, value] : other) {
+        dictionary.insert_or_assign(key, value);
+    }
+}
+
+std::optional<PlistDictionary> deepMutableAutoreleasedCopy(const PlistDictionary& dictionary)
+{
+    const auto binary = PropertyListCodec::binaryFrom(dictionary);
+    if (!binary) {
+        return std::nullopt;
+    }
+    auto result = PropertyListCodec::read(*binary);
+    if (!result.value || !result.value->isDictionary()) {
+        return std::nullopt;
+    }
+    return std::move(*result.value->asDictionary());
+}
+
+std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const std::string& path)
+{
+    auto result = PropertyListCodec::readFile(path);
+    if (!result.value || !result.value->isDictionary()) {
+        return std::nullopt;
+    }
+    return std::move(*result.value->asDictionary());
+}
+
+void tryToSetObject(PlistDictionary& dictionary, const std::optional<PlistValue>& object,
+                    std::string_view key)
+{
+    if (object) {
+        dictionary.insert_or_assign(std::string(key), *object);
+    }
+}
+
+void setBool(PlistDictionary& dictionary, bool value, std::string_view key)
+{
+    dictionary.insert_or_assign(std::string(key), value);
+}
+
+void setInteger(PlistDictionary& dictionary, std::int64_t value, std::string_view key)
+{
+    dictionary.insert_or_assign(std::string(key), static_cast<long long>(value));
+}
+
+std::int64_t integerForKey(const PlistDictionary& dictionary, std::string_view key)
+{
+    const PlistValue* value = objectForKey(dictionary, key);
+    return value != nullptr ? value->integerValue().value_or(0) : 0;
+}
+
+const PlistValue* objectForKey(const PlistDictionary& dictionary, std::string_view key)
+{
+    const auto found = dictionary.find(key);
+    return found != dictionary.end() ? &found->second : nullptr;
+}
+
+const PlistValue* firstObject(const PlistArray& array)
+{
+    return array.empty() ? nullptr : &array.front();
+}
+
+} // namespace vexto

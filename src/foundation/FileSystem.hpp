@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vexto {
+
+// The few file operations the pane needs, reporting failure as false or none.
+class FileSystem {
+public:
+    // The whole file, or none when it cannot be read or is larger than `maximumBytes`.
+    static std::optional<std::vector<std::uint8_t>> readFile(const std::string& path,
+                                                             std::size_t maximumBytes);
+    // Size in bytes; 0 when the file does not exist.
+    static std::uint64_t fileSize(const std::string& path);
+
+    // Writes a temporary file next to the target, flushes it to disk and renames it over the
+    // target, then flushes the folder. The old file is untouched unless everything succeeded.
+    static bool writeFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes);
+
+    static bool exists(const std::string& path);
+    static bool isDirectory(const std::string& path);
+    // Creates the folder and any missing parents; true when it exists as a folder afterwards.
+    static bool createDirectories(const std::string& path);
+
+    // Joins two path components with exactly one slash.
+    static std::string join(const std::string& folder, const std::string& name);
+    // The folder part of a path ("." when there is none).
+    static std::string folderOf(const std::string& path);
+};
+
+} // namespace vexto

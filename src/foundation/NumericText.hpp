@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace vexto {
+
+// How the platform's strings answer numeric questions: the leading number after white space,
+// the rest of the text ignored, 0 (or false) when there is none.
+class NumericText {
+public:
+    // Leading decimal integer after white space and an optional sign; clamps on overflow.
+    static std::int64_t leadingInteger(std::string_view text);
+    // True when the first significant character (after white space, an optional sign and
+    // leading zeros) is Y, y, T, t or a digit 1-9.
+    static bool leadingBoolean(std::string_view text);
+    // Leading decimal real (digits, point, exponent) after white space; 0 when there is none.
+    static double leadingReal(std::string_view text);
+};
+
+} // namespace vexto

@@ -1,0 +1,295 @@
+#include "foundation/PropertyListCodec.hpp"
+
+#include "foundation/FileSystem.hpp"
+#include "foundation/PlistNestingProbe.hpp"
+#include "foundation/TextEncoding.hpp"
+
+#include <plist/plist.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vexto {
+
+namespace {
+
+struct NodeDeleter {
+    void operator()(plist_t node) const { plist_free(node); }
+};
+using Node = std::unique_ptr<void, NodeDeleter>;
+
+constexpr std::string_view binaryMagic = "bplist00";
+
+// libplist counts dates from the same 2001 reference date as the format, in whole seconds plus
+// microseconds.
+PlistDate dateFromNode(plist_t node)
+{
+    int32_t seconds = 0;
+    int32_t microseconds = 0;
+    plist_get_date_val(node, &seconds, &microseconds);
+    return PlistDate{static_cast<double>(seconds) + static_cast<double>(microseconds) / 1e6};
+}
+
+plist_t nodeFromDate(const PlistDate& date)
+{
+    double whole = std::floor(date.secondsSinceReferenceDate);
+    double micro = std::round((date.secondsSinceReferenceDate - whole) * 1e6);
+    if (micro >= 1e6) {
+        whole += 1;
+        micro -= 1e6;
+    }
+    whole = std::clamp(whole, -2147483648.0, 2147483647.0);
+    return plist_new_date(static_cast<int32_t>(whole), static_cast<int32_t>(micro));
+}
+
+PlistValue valueFromNode(plist_t node);
+
+PlistValue arrayFromNode(plist_t node)
+{
+    PlistArray array;
+    const uint32_t count = plist_array_get_size(node);
+    array.reserve(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        array.push_back(valueFromNode(plist_array_get_item(node, i)));
+    }
+    return array;
+}
+
+PlistValue dictionaryFromNode(plist_t node)
+{
+    PlistDictionary dictionary;
+    plist_dict_iter iterator = nullptr;
+    plist_dict_new_iter(node, &iterator);
+    for (;;) {
+        char* key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(node, iterator, &key, &item);
+        if (key == nullptr) {
+            break;
+        }
+        dictionary.insert_or_assign(std::string(key), valueFromNode(item));
+        std::free(key);
+    }
+    std::free(iterator);
+    return dictionary;
+}
+
+PlistValue stringFromNode(plist_t node, bool isKey)
+{
+    char* text = nullptr;
+    if (isKey) {
+        plist_get_key_val(node, &text);
+    } else {
+        plist_get_string_val(node, &text);
+    }
+    std::string value = text != nullptr ? text : "";
+    std::free(text);
+    return value;
+}
+
+PlistValue valueFromNode(plist_t node)
+{
+    switch (plist_get_node_type(node)) {
+    case PLIST_BOOLEAN: {
+        uint8_t flag = 0;
+        plist_get_bool_val(node, &flag);
+        return flag != 0;
+    }
+    case PLIST_UINT: {
+        uint64_t raw = 0;
+        plist_get_uint_val(node, &raw);
+        return static_cast<long long>(raw);
+    }
+    case PLIST_REAL: {
+        double real = 0.0;
+        plist_get_real_val(node, &real);
+        return real;
+    }
+    case PLIST_STRING:
+        return stringFromNode(node, false);
+    case PLIST_KEY:
+        return stringFromNode(node, true);
+    case PLIST_DATA: {
+        char* bytes = nullptr;
+        uint64_t length = 0;
+        plist_get_data_val(node, &bytes, &length);
+        PlistData data(reinterpret_cast<std::uint8_t*>(bytes),
+                       reinterpret_cast<std::uint8_t*>(bytes) + length);
+        std::free(bytes);
+        return data;
+    }
+    case PLIST_DATE:
+        return dateFromNode(node);
+    case PLIST_ARRAY:
+        return arrayFromNode(node);
+    case PLIST_DICT:
+        return dictionaryFromNode(node);
+    case PLIST_UID: {
+        // Keyed-archive references read as the platform shows them in XML.
+        uint64_t uid = 0;
+        plist_get_uid_val(node, &uid);
+        return PlistDictionary{{"CF$UID", PlistValue(static_cast<long long>(uid))}};
+    }
+    default:
+        return PlistDictionary{};
+    }
+}
+
+plist_t nodeFromValue(const PlistValue& value)
+{
+    switch (value.type()) {
+    case PlistValue::Type::Boolean:
+        return plist_new_bool(*value.asBoolean() ? 1 : 0);
+    case PlistValue::Type::Integer:
+        return plist_new_uint(static_cast<uint64_t>(*value.asInteger()));
+    case PlistValue::Type::Real:
+        return plist_new_real(*value.asReal());
+    case PlistValue::Type::String:
+        return plist_new_string(value.asString()->c_str());
+    case PlistValue::Type::Data: {
+        const PlistData& data = *value.asData();
+        return plist_new_data(reinterpret_cast<const char*>(data.data()), data.size());
+    }
+    case PlistValue::Type::Date:
+        return nodeFromDate(*value.asDate());
+    case PlistValue::Type::Array: {
+        plist_t array = plist_new_array();
+        for (const PlistValue& item : *value.asArray()) {
+            plist_array_append_item(array, nodeFromValue(item));
+        }
+        return array;
+    }
+    case PlistValue::Type::Dictionary: {
+        // The node keeps insertion order, so keys go in already sorted as the platform sorts
+        // them: by UTF-16 code units.
+        const PlistDictionary& dictionary = *value.asDictionary();
+        std::vector<const PlistDictionary::value_type*> entries;
+        entries.reserve(dictionary.size());
+        for (const auto& entry : dictionary) {
+            entries.push_back(&entry);
+        }
+        std::stable_sort(entries.begin(), entries.end(), [](const auto* a, const auto* b) {
+            return TextEncoding::utf16Less(a->first, b->first);
+        });
+        plist_t node = plist_new_dict();
+        for (const auto* entry : entries) {
+            plist_dict_set_item(node, entry->first.c_str(), nodeFromValue(entry->second));
+        }
+        return node;
+    }
+    }
+    return plist_new_dict();
+}
+
+bool nestsWithin(const PlistValue& value, int remaining)
+{
+    if (remaining <= 0) {
+        return false;
+    }
+    if (const auto* array = value.asArray()) {
+        return std::all_of(array->begin(), array->end(),
+                           [&](const PlistValue& item) { return nestsWithin(item, remaining - 1); });
+    }
+    if (const auto* dictionary = value.asDictionary()) {
+        return std::all_of(dictionary->begin(), dictionary->end(), [&](const auto& entry) {
+            return nestsWithin(entry.second, remaining - 1);
+        });
+    }
+    return true;
+}
+
+Node nodeForWriting(const PlistValue& value)
+{
+    if (!nestsWithin(value, PropertyListCodec::maximumNesting)) {
+        return nullptr;
+    }
+    return Node(nodeFromValue(value));
+}
+
+PropertyListCodec::ReadResult failure(PropertyListCodec::Format format, std::string reason)
+{
+    return PropertyListCodec::ReadResult{std::nullopt, format, std::move(reason)};
+}
+
+} // namespace
+
+PropertyListCodec::ReadResult PropertyListCodec::read(std::span<const std::uint8_t> bytes)
+{
+    const std::string_view head(reinterpret_cast<const char*>(bytes.data()),
+                                std::min(bytes.size(), binaryMagic.size()));
+    const Format format = head == binaryMagic ? Format::Binary : Format::Xml;
+    if (bytes.empty()) {
+        return failure(format, "empty file");
+    }
+    if (bytes.size() > maximumInputBytes) {
+        return failure(format, "larger than 16 MiB");
+    }
+    const bool shallowEnough = format == Format::Binary
+                                   ? PlistNestingProbe::binaryWithin(bytes, maximumNesting)
+                                   : PlistNestingProbe::xmlWithin(bytes, maximumNesting);
+    if (!shallowEnough) {
+        return failure(format, format == Format::Binary
+                                   ? "malformed binary property list or nested too deeply"
+                                   : "nested deeper than 512 levels");
+    }
+    plist_t raw = nullptr;
+    plist_from_memory(reinterpret_cast<const char*>(bytes.data()),
+                      static_cast<uint32_t>(bytes.size()), &raw);
+    Node root(raw);
+    if (!root) {
+        return failure(format, "not a property list");
+    }
+    return ReadResult{valueFromNode(root.get()), format, {}};
+}
+
+PropertyListCodec::ReadResult PropertyListCodec::readFile(const std::string& path)
+{
+    auto bytes = FileSystem::readFile(path, maximumInputBytes);
+    if (!bytes) {
+        return failure(Format::Xml, FileSystem::fileSize(path) > maximumInputBytes
+                                        ? "larger than 16 MiB"
+                                        : "cannot be read");
+    }
+    return read(*bytes);
+}
+
+std::optional<std::string> PropertyListCodec::xmlFrom(const PlistValue& value)
+{
+    Node root = nodeForWriting(value);
+    if (!root) {
+        return std::nullopt;
+    }
+    char* xml = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(root.get(), &xml, &length);
+    if (xml == nullptr) {
+        return std::nullopt;
+    }
+    std::string text(xml, length);
+    plist_to_xml_free(xml);
+    return text;
+}
+
+std::optional<PlistData> PropertyListCodec::binaryFrom(const PlistValue& value)
+{
+    Node root = nodeForWriting(value);
+    if (!root) {
+        return std::nullopt;
+    }
+    char* bytes = nullptr;
+    uint32_t length = 0;
+    plist_to_bin(root.get(), &bytes, &length);
+    if (bytes == nullptr) {
+        return std::nullopt;
+    }
+    PlistData data(reinterpret_cast<std::uint8_t*>(bytes),
+                   reinterpret_cast<std::uint8_t*>(bytes) + length);
+    plist_to_bin_free(bytes);
+    return data;
+}
+
+} // namespace vexto

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vexto {
+
+// Conversions between the UTF-8 the pane keeps its texts in and the UTF-16 that the platform's
+// strings, keyboard layouts and string tables use.
+class TextEncoding {
+public:
+    // Decodes UTF-8; invalid sequences become U+FFFD.
+    static std::u16string utf16FromUtf8(std::string_view text);
+    // Encodes UTF-16; unpaired surrogates become U+FFFD.
+    static std::string utf8FromUtf16(std::u16string_view text);
+    static bool isValidUtf8(std::string_view text);
+    // Appends one code point as UTF-8.
+    static void appendUtf8(std::string& out, char32_t codePoint);
+    // Orders two UTF-8 texts by their UTF-16 code units, as the platform sorts dictionary keys.
+    static bool utf16Less(std::string_view left, std::string_view right);
+};
+
+} // namespace vexto

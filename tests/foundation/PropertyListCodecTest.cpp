@@ -1,0 +1,208 @@
+#include "TestSupport.hpp"
+
+#include "foundation/PropertyListCodec.hpp"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vexto {
+namespace {
+
+using test::bytesOf;
+
+constexpr std::string_view header = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                                    "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                                    "<plist version=\"1.0\">\n";
+
+PlistValue readXml(std::string_view text)
+{
+    auto result = PropertyListCodec::read(bytesOf(text));
+    EXPECT_TRUE(result.value) << result.error;
+    return result.value.value_or(PlistValue());
+}
+
+std::string nested(int depth, std::string_view open, std::string_view close)
+{
+    std::string text(header);
+    for (int i = 0; i < depth; ++i) {
+        text += open;
+    }
+    for (int i = 0; i < depth; ++i) {
+        text += close;
+    }
+    return text + "</plist>\n";
+}
+
+TEST(PropertyListCodecTest, CanonicalXmlRoundTripsByteForByte)
+{
+    const std::string golden = test::readText(test::testData("golden.plist"));
+    ASSERT_FALSE(golden.empty());
+    const PlistValue value = readXml(golden);
+    EXPECT_EQ(PropertyListCodec::xmlFrom(value), golden);
+}
+
+TEST(PropertyListCodecTest, BinaryReadsBackAsTheSameValueAndWritesCanonicalXml)
+{
+    const std::string golden = test::readText(test::testData("golden.plist"));
+    const PlistValue value = readXml(golden);
+    const auto binary = PropertyListCodec::binaryFrom(value);
+    ASSERT_TRUE(binary);
+    EXPECT_EQ(std::string(binary->begin(), binary->begin() + 8), "bplist00");
+    const auto reread = PropertyListCodec::read(*binary);
+    ASSERT_TRUE(reread.value) << reread.error;
+    EXPECT_EQ(reread.format, PropertyListCodec::Format::Binary);
+    EXPECT_EQ(*reread.value, value);
+    EXPECT_EQ(PropertyListCodec::xmlFrom(*reread.value), golden);
+}
+
+TEST(PropertyListCodecTest, WritesValuesInThePlatformsLayout)
+{
+    PlistDictionary settings{{"Timeout", 0.2f},
+                             {"Exact", 0.2},
+                             {"Negative", -5},
+                             {"Largest", std::numeric_limits<long long>::max()},
+                             {"Flag", false},
+                             {"List", PlistArray{}},
+                             {"Table", PlistDictionary{}}};
+    const std::string expected = std::string(header) +
+                                 "<dict>\n"
+                                 "\t<key>Exact</key>\n\t<real>0.20000000000000001</real>\n"
+                                 "\t<key>Flag</key>\n\t<false/>\n"
+                                 "\t<key>Largest</key>\n\t<integer>9223372036854775807</integer>\n"
+                                 "\t<key>List</key>\n\t<array/>\n"
+                                 "\t<key>Negative</key>\n\t<integer>-5</integer>\n"
+                                 "\t<key>Table</key>\n\t<dict/>\n"
+                                 "\t<key>Timeout</key>\n\t<real>0.20000000298023224</real>\n"
+                                 "</dict>\n</plist>\n";
+    EXPECT_EQ(PropertyListCodec::xmlFrom(settings), expected);
+}
+
+TEST(PropertyListCodecTest, SortsKeysByUtf16CodeUnitsAsThePlatformDoes)
+{
+    // U+1F600 is a surrogate pair (D83D DE00) and sorts before U+FF21 in UTF-16,
+    // although its UTF-8 bytes (F0 ...) sort after those of U+FF21 (EF ...).
+    PlistDictionary keys{{"\uFF21", 1}, {"\U0001F600", 2}, {"b", 3}, {"B", 4}};
+    const auto xml = PropertyListCodec::xmlFrom(keys);
+    ASSERT_TRUE(xml);
+    const auto at = [&](std::string_view key) { return xml->find("<key>" + std::string(key)); };
+    EXPECT_LT(at("B"), at("b"));
+    EXPECT_LT(at("b"), at("\U0001F600"));
+    EXPECT_LT(at("\U0001F600"), at("\uFF21"));
+    EXPECT_EQ(readXml(*xml), PlistValue(keys));
+}
+
+TEST(PropertyListCodecTest, AcceptsAnyRootAndReportsUnusableInput)
+{
+    EXPECT_TRUE(readXml(std::string(header) + "<array><string>a</string></array></plist>").isArray());
+    const std::string_view broken[] = {
+        "",
+        "not a property list at all",
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key><string>abc",
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key></plist>",
+        "bplist00",
+        "bplist00\x01\x02\x03",
+    };
+    for (std::string_view text : broken) {
+        const auto result = PropertyListCodec::read(bytesOf(text));
+        EXPECT_FALSE(result.value) << text;
+        EXPECT_FALSE(result.error.empty()) << text;
+    }
+}
+
+TEST(PropertyListCodecTest, RefusesNestingDeeperThanTheBound)
+{
+    const int limit = PropertyListCodec::maximumNesting;
+    EXPECT_TRUE(PropertyListCodec::read(bytesOf(nested(limit - 2, "<array>", "</array>"))).value);
+    for (int depth : {limit + 1, 10'000, 1'000'000}) {
+        const auto result = PropertyListCodec::read(bytesOf(nested(depth, "<array>", "</array>")));
+        EXPECT_FALSE(result.value) << depth;
+        EXPECT_EQ(result.error, "nested deeper than 512 levels");
+    }
+    const auto dictionaries = nested(10'000, "<dict><key>k</key>", "</dict>");
+    EXPECT_FALSE(PropertyListCodec::read(bytesOf(dictionaries)).value);
+    // Comments and CDATA cannot hide closing tags from the depth check.
+    const auto hidden = nested(10'000, "<array><!-- </array> -->", "</array>");
+    EXPECT_FALSE(PropertyListCodec::read(bytesOf(hidden)).value);
+}
+
+// A binary property list whose object i is an array holding object i+1: `depth` levels deep, or
+// with `cycle` the last array holds the first again.
+std::vector<std::uint8_t> chainedBinary(int depth, bool cycle)
+{
+    std::vector<std::uint8_t> bytes = bytesOf("bplist00");
+    std::vector<std::uint32_t> offsets;
+    for (int i = 0; i < depth; ++i) {
+        offsets.push_back(static_cast<std::uint32_t>(bytes.size()));
+        const bool last = i == depth - 1;
+        if (last && !cycle) {
+            bytes.push_back(0xA0);
+            continue;
+        }
+        const std::uint32_t next = last ? 0 : static_cast<std::uint32_t>(i + 1);
+        bytes.insert(bytes.end(), {0xA1, std::uint8_t(next >> 24), std::uint8_t(next >> 16),
+                                   std::uint8_t(next >> 8), std::uint8_t(next)});
+    }
+    const auto table = static_cast<std::uint64_t>(bytes.size());
+    for (std::uint32_t offset : offsets) {
+        for (int shift : {24, 16, 8, 0}) {
+            bytes.push_back(static_cast<std::uint8_t>(offset >> shift));
+        }
+    }
+    bytes.insert(bytes.end(), {0, 0, 0, 0, 0, 0, 4, 4});
+    for (std::uint64_t field : {static_cast<std::uint64_t>(depth), std::uint64_t{0}, table}) {
+        for (int shift = 56; shift >= 0; shift -= 8) {
+            bytes.push_back(static_cast<std::uint8_t>(field >> shift));
+        }
+    }
+    return bytes;
+}
+
+TEST(PropertyListCodecTest, RefusesDeepOrCyclicBinaryLists)
+{
+    EXPECT_TRUE(PropertyListCodec::read(chainedBinary(100, false)).value);
+    EXPECT_FALSE(PropertyListCodec::read(chainedBinary(300'000, false)).value);
+    EXPECT_FALSE(PropertyListCodec::read(chainedBinary(3, true)).value);
+}
+
+TEST(PropertyListCodecTest, EveryTruncationOfAValidFileIsRefusedWithoutHarm)
+{
+    const std::string golden = test::readText(test::testData("golden.plist"));
+    const auto binary = *PropertyListCodec::binaryFrom(readXml(golden));
+    for (std::size_t length = 0; length < binary.size(); ++length) {
+        const std::span<const std::uint8_t> prefix(binary.data(), length);
+        EXPECT_FALSE(PropertyListCodec::read(prefix).value) << length;
+    }
+    for (std::size_t length = 0; length + 10 < golden.size(); length += 7) {
+        PropertyListCodec::read(bytesOf(std::string_view(golden).substr(0, length)));
+    }
+}
+
+TEST(PropertyListCodecTest, RefusesHugeFilesWithoutReadingThem)
+{
+    test::TemporaryFolder folder;
+    const std::string path = folder.file("huge.plist");
+    const int fd = ::open(path.c_str(), O_CREAT | O_WRONLY, 0644);
+    ASSERT_GE(fd, 0);
+    ASSERT_EQ(::ftruncate(fd, 100 * 1024 * 1024), 0); // sparse: costs no disk
+    ::close(fd);
+    const auto result = PropertyListCodec::readFile(path);
+    EXPECT_FALSE(result.value);
+    EXPECT_EQ(result.error, "larger than 16 MiB");
+    EXPECT_EQ(PropertyListCodec::readFile(folder.file("missing.plist")).error, "cannot be read");
+}
+
+TEST(PropertyListCodecTest, WillNotWriteValuesNestedBeyondTheBound)
+{
+    PlistValue deep = PlistArray{};
+    for (int i = 0; i < PropertyListCodec::maximumNesting + 1; ++i) {
+        deep = PlistArray{deep};
+    }
+    EXPECT_FALSE(PropertyListCodec::xmlFrom(deep));
+    EXPECT_FALSE(PropertyListCodec::binaryFrom(deep));
+}
+
+} // namespace
+} // namespace vexto
