@@ -139,6 +139,35 @@ PlistValue valueFromNode(plist_t node)
     }
 }
 
+// The node keeps insertion order, so keys go in as the platform sorts them: by UTF-16 code units.
+// That is the map's byte order unless a key holds a character beyond U+FFFF (a four-byte UTF-8
+// sequence, whose surrogates sort below U+E000..U+FFFF), so only then is there sorting to do.
+std::vector<const PlistDictionary::value_type*> entriesInPlatformOrder(const PlistDictionary& dictionary)
+{
+    std::vector<const PlistDictionary::value_type*> entries;
+    entries.reserve(dictionary.size());
+    bool beyondBasicPlane = false;
+    for (const auto& entry : dictionary) {
+        entries.push_back(&entry);
+        beyondBasicPlane = beyondBasicPlane ||
+                           std::any_of(entry.first.begin(), entry.first.end(),
+                                       [](char c) { return static_cast<unsigned char>(c) >= 0xF0; });
+    }
+    if (beyondBasicPlane) {
+        std::vector<std::pair<std::u16string, const PlistDictionary::value_type*>> keyed;
+        keyed.reserve(entries.size());
+        for (const auto* entry : entries) {
+            keyed.emplace_back(TextEncoding::utf16FromUtf8(entry->first), entry);
+        }
+        std::stable_sort(keyed.begin(), keyed.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (std::size_t i = 0; i < keyed.size(); ++i) {
+            entries[i] = keyed[i].second;
+        }
+    }
+    return entries;
+}
+
 plist_t nodeFromValue(const PlistValue& value)
 {
     switch (value.type()) {
@@ -164,19 +193,8 @@ plist_t nodeFromValue(const PlistValue& value)
         return array;
     }
     case PlistValue::Type::Dictionary: {
-        // The node keeps insertion order, so keys go in already sorted as the platform sorts
-        // them: by UTF-16 code units.
-        const PlistDictionary& dictionary = *value.asDictionary();
-        std::vector<const PlistDictionary::value_type*> entries;
-        entries.reserve(dictionary.size());
-        for (const auto& entry : dictionary) {
-            entries.push_back(&entry);
-        }
-        std::stable_sort(entries.begin(), entries.end(), [](const auto* a, const auto* b) {
-            return TextEncoding::utf16Less(a->first, b->first);
-        });
         plist_t node = plist_new_dict();
-        for (const auto* entry : entries) {
+        for (const auto* entry : entriesInPlatformOrder(*value.asDictionary())) {
             plist_dict_set_item(node, entry->first.c_str(), nodeFromValue(entry->second));
         }
         return node;

@@ -1,7 +1,5 @@
 #include "foundation/TextEncoding.hpp"
 
-#include <algorithm>
-
 namespace vexto {
 
 namespace {
@@ -124,13 +122,6 @@ bool TextEncoding::isValidUtf8(std::string_view text)
         decodeUtf8(text, pos, valid);
     }
     return valid;
-}
-
-bool TextEncoding::utf16Less(std::string_view left, std::string_view right)
-{
-    const std::u16string a = utf16FromUtf8(left);
-    const std::u16string b = utf16FromUtf8(right);
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end());
 }
 
 } // namespace vexto

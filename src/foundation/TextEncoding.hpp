@@ -17,8 +17,6 @@ public:
     static bool isValidUtf8(std::string_view text);
     // Appends one code point as UTF-8.
     static void appendUtf8(std::string& out, char32_t codePoint);
-    // Orders two UTF-8 texts by their UTF-16 code units, as the platform sorts dictionary keys.
-    static bool utf16Less(std::string_view left, std::string_view right);
 };
 
 } // namespace vexto
