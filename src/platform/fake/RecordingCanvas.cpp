@@ -1,0 +1,104 @@
+#include "platform/fake/RecordingCanvas.hpp"
+
+#include "toolkit/Image.hpp"
+
+#include <charconv>
+
+namespace vexto {
+
+std::string RecordingCanvas::describe(double value)
+{
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
+std::string RecordingCanvas::describe(Rect rect)
+{
+    return describe(rect.minX()) + "," + describe(rect.minY()) + " " + describe(rect.width()) +
+           "x" + describe(rect.height());
+}
+
+std::string RecordingCanvas::describe(const BezierPath& path)
+{
+    if (!path.isRounded()) {
+        return "rect " + describe(path.bounds());
+    }
+    return "rounded " + describe(path.bounds()) + " r=" + describe(path.xRadius()) +
+           (path.xRadius() == path.yRadius() ? "" : "/" + describe(path.yRadius()));
+}
+
+std::string RecordingCanvas::describe(const Color& color)
+{
+    switch (color.space()) {
+    case Color::Space::CalibratedWhite:
+    case Color::Space::DeviceWhite:
+        return "w=" + describe(color.component(0)) + " a=" + describe(color.alpha());
+    default: {
+        const Color::Rgba c = color.rgba();
+        return "rgb=" + describe(c.red) + "," + describe(c.green) + "," + describe(c.blue) +
+               " a=" + describe(c.alpha);
+    }
+    }
+}
+
+void RecordingCanvas::saveGraphicsState()
+{
+    ++depth_;
+    operations_.push_back("save");
+}
+
+void RecordingCanvas::restoreGraphicsState()
+{
+    --depth_;
+    operations_.push_back("restore");
+}
+
+void RecordingCanvas::fill(const BezierPath& path, const Color& color)
+{
+    operations_.push_back("fill " + describe(path) + " " + describe(color));
+}
+
+void RecordingCanvas::clip(const BezierPath& path) { operations_.push_back("clip " + describe(path)); }
+
+void RecordingCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, double angle)
+{
+    operations_.push_back("gradient " + describe(rect) + " angle=" + describe(angle) + " from " +
+                          describe(gradient.startColor()) + " to " + describe(gradient.endColor()));
+}
+
+void RecordingCanvas::setShadow(const std::optional<Shadow>& shadow)
+{
+    if (!shadow) {
+        operations_.push_back("shadow none");
+        return;
+    }
+    operations_.push_back("shadow offset=" + describe(shadow->offset.width) + "," +
+                          describe(shadow->offset.height) + " blur=" + describe(shadow->blurRadius) +
+                          " " + describe(shadow->color));
+}
+
+void RecordingCanvas::beginTransparencyLayer(Rect rect)
+{
+    operations_.push_back("begin layer " + describe(rect));
+}
+
+void RecordingCanvas::endTransparencyLayer() { operations_.push_back("end layer"); }
+
+void RecordingCanvas::drawImage(const Image& image, Rect destination, CompositingOperation operation,
+                                float fraction)
+{
+    static constexpr const char* names[] = {"source-over", "source-atop", "destination-in"};
+    operations_.push_back("image " + describe(image.size().width) + "x" +
+                          describe(image.size().height) + " in " + describe(destination) + " " +
+                          names[static_cast<int>(operation)] + " fraction=" + describe(fraction));
+}
+
+void RecordingCanvas::drawText(const std::string& text, Rect rect, const Font& font,
+                               const Color& color, TextAlignment)
+{
+    operations_.push_back("text \"" + text + "\" in " + describe(rect) + " font=" + font.fontName() +
+                          " " + describe(font.pointSize()) + " " + describe(color));
+}
+
+} // namespace vexto
