@@ -3,6 +3,8 @@
 # What the core, its tests and benchmarks need.
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils
                libgtest-dev libgmock-dev libbenchmark-dev)
+# The Qt 6 desktop front (its tests render offscreen, no display needed).
+QT_PACKAGES=(qt6-base-dev libgl-dev)
 
 install_packages() {
     local missing=() package

@@ -1,0 +1,66 @@
+#include "qt/QtCustomViewMirror.hpp"
+
+#include "qt/QtCanvas.hpp"
+#include "toolkit/Event.hpp"
+#include "toolkit/Window.hpp"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace vexto {
+
+namespace {
+
+class CustomWidget final : public QWidget {
+public:
+    CustomWidget(View& view, QWidget* parent) : QWidget(parent), view_(view)
+    {
+        setMouseTracking(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        QtCanvas canvas(painter, view_.frame().height());
+        view_.drawRect(canvas, view_.bounds());
+        view_.setNeedsDisplay(false);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override { send(Event::Type::LeftMouseDown, event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { send(Event::Type::LeftMouseUp, event); }
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        send(event->buttons() & Qt::LeftButton ? Event::Type::LeftMouseDragged : Event::Type::MouseMoved,
+             event);
+    }
+
+private:
+    void send(Event::Type type, QMouseEvent* event)
+    {
+        Window* window = view_.window();
+        if (window == nullptr) {
+            return;
+        }
+        const QPointF local = event->position();
+        const Point inView{local.x(), view_.frame().height() - local.y()};
+        Event modelEvent = Event::mouse(type, view_.convertPointToView(inView, nullptr));
+        if (type == Event::Type::LeftMouseUp || type == Event::Type::LeftMouseDragged) {
+            // A tracking loop may be waiting for these.
+            window->postEvent(modelEvent);
+        }
+        window->sendEvent(modelEvent);
+    }
+
+    View& view_;
+};
+
+} // namespace
+
+QtCustomViewMirror::QtCustomViewMirror(std::shared_ptr<View> view, QWidget* parent)
+    : QtViewMirror(view, new CustomWidget(*view, parent))
+{
+}
+
+} // namespace vexto

@@ -1,0 +1,138 @@
+#include "qt/QtPopUpMirror.hpp"
+
+#include "toolkit/PopUpButton.hpp"
+
+#include <QComboBox>
+#include <QMenu>
+#include <QPushButton>
+
+#include <functional>
+
+namespace vexto {
+
+namespace {
+
+// A combo box that tells the model before its list opens.
+class OpeningComboBox final : public QComboBox {
+public:
+    OpeningComboBox(QWidget* parent, std::function<void()> willOpen)
+        : QComboBox(parent), willOpen_(std::move(willOpen))
+    {
+    }
+
+    void showPopup() override
+    {
+        willOpen_();
+        QComboBox::showPopup();
+    }
+
+private:
+    std::function<void()> willOpen_;
+};
+
+QWidget* makeWidget(PopUpButton& popUp, QWidget* parent)
+{
+    if (popUp.pullsDown()) {
+        auto* button = new QPushButton(parent);
+        button->setMenu(new QMenu(button));
+        return button;
+    }
+    return new OpeningComboBox(parent, [&popUp] { popUp.willOpenMenu(); });
+}
+
+QFont qtFont(const Font& font)
+{
+    QFont qt;
+    qt.setFamily(QString::fromStdString(font.familyName()));
+    qt.setPointSizeF(font.pointSize());
+    return qt;
+}
+
+} // namespace
+
+QtPopUpMirror::QtPopUpMirror(std::shared_ptr<PopUpButton> popUp, QWidget* parent)
+    : QtViewMirror(popUp, makeWidget(*popUp, parent)), popUp_(*popUp)
+{
+    if (auto* combo = qobject_cast<QComboBox*>(widget())) {
+        QObject::connect(combo, &QComboBox::activated, combo, [this](int index) {
+            if (MenuItem* item = popUp_.itemAtIndex(index); item != nullptr && !pushing_) {
+                popUp_.userDidChooseItem(*item);
+            }
+        });
+        return;
+    }
+    auto* button = static_cast<QPushButton*>(widget());
+    QMenu* qtMenu = button->menu();
+    QObject::connect(qtMenu, &QMenu::aboutToShow, qtMenu, [this, qtMenu] {
+        popUp_.willOpenMenu();
+        qtMenu->clear();
+        fillQtMenu(*qtMenu, popUp_.menu(), 1);
+    });
+}
+
+void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
+{
+    for (int i = firstIndex; i < menu.numberOfItems(); ++i) {
+        const std::shared_ptr<MenuItem> item = menu.sharedItemAtIndex(i);
+        if (item->isSeparatorItem()) {
+            qtMenu.addSeparator();
+            continue;
+        }
+        const QString title = QString::fromStdString(item->title());
+        if (item->submenu()) {
+            QMenu* sub = qtMenu.addMenu(title);
+            fillQtMenu(*sub, *item->submenu(), 0);
+            continue;
+        }
+        QAction* action = qtMenu.addAction(title);
+        action->setEnabled(item->isEnabled());
+        action->setCheckable(item->state() != 0);
+        action->setChecked(item->state() != 0);
+        if (item->attributedTitleFont()) {
+            action->setFont(qtFont(*item->attributedTitleFont()));
+        }
+        std::weak_ptr<MenuItem> weak = item;
+        QObject::connect(action, &QAction::triggered, widget(), [this, weak] {
+            if (auto chosen = weak.lock()) {
+                popUp_.userDidChooseItem(*chosen);
+            }
+        });
+    }
+}
+
+void QtPopUpMirror::syncAll()
+{
+    widget()->setEnabled(popUp_.isEnabled());
+    if (popUp_.pullsDown()) {
+        syncPullDownTitle();
+    } else {
+        syncComboBox();
+    }
+}
+
+void QtPopUpMirror::syncPullDownTitle()
+{
+    static_cast<QPushButton*>(widget())->setText(QString::fromStdString(popUp_.title()));
+}
+
+void QtPopUpMirror::syncComboBox()
+{
+    auto* combo = static_cast<QComboBox*>(widget());
+    const QSignalBlocker block(combo);
+    combo->clear();
+    const Menu& menu = popUp_.menu();
+    for (int i = 0; i < menu.numberOfItems(); ++i) {
+        const MenuItem& item = *menu.itemAtIndex(i);
+        if (item.isSeparatorItem()) {
+            combo->insertSeparator(i);
+            continue;
+        }
+        combo->addItem(QString::fromStdString(item.title()));
+        if (item.attributedTitleFont()) {
+            combo->setItemData(i, qtFont(*item.attributedTitleFont()), Qt::FontRole);
+        }
+    }
+    combo->setCurrentIndex(popUp_.indexOfSelectedItem());
+}
+
+} // namespace vexto

@@ -1,0 +1,146 @@
+#include "qt/QtViewMirror.hpp"
+
+#include "qt/QtButtonMirror.hpp"
+#include "qt/QtCustomViewMirror.hpp"
+#include "qt/QtPopUpMirror.hpp"
+#include "qt/QtSliderMirror.hpp"
+#include "qt/QtTabViewMirror.hpp"
+#include "qt/QtTextFieldMirror.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+#include "toolkit/TabView.hpp"
+#include "toolkit/TextField.hpp"
+
+#include <cmath>
+
+namespace vexto {
+
+std::unique_ptr<QtViewMirror> QtViewMirror::create(std::shared_ptr<View> view, QWidget* parent)
+{
+    std::unique_ptr<QtViewMirror> mirror;
+    View* raw = view.get();
+    if (raw->isCustomDrawn()) {
+        mirror.reset(new QtCustomViewMirror(std::move(view), parent));
+    } else if (auto button = std::dynamic_pointer_cast<Button>(view)) {
+        mirror.reset(new QtButtonMirror(std::move(button), parent));
+    } else if (auto popUp = std::dynamic_pointer_cast<PopUpButton>(view)) {
+        mirror.reset(new QtPopUpMirror(std::move(popUp), parent));
+    } else if (auto slider = std::dynamic_pointer_cast<Slider>(view)) {
+        mirror.reset(new QtSliderMirror(std::move(slider), parent));
+    } else if (auto field = std::dynamic_pointer_cast<TextField>(view)) {
+        mirror.reset(new QtTextFieldMirror(std::move(field), parent));
+    } else if (auto tabs = std::dynamic_pointer_cast<TabView>(view)) {
+        mirror.reset(new QtTabViewMirror(std::move(tabs), parent));
+    } else {
+        mirror.reset(new QtViewMirror(std::move(view), new QWidget(parent)));
+    }
+    mirror->start();
+    return mirror;
+}
+
+QtViewMirror::QtViewMirror(std::shared_ptr<View> view, QWidget* widget)
+    : view_(std::move(view)), widget_(widget)
+{
+}
+
+QtViewMirror::~QtViewMirror()
+{
+    view_->removeObserver(observer_);
+    children_.clear();
+    if (widget_) {
+        // Not deleted at once: the widget may be in the middle of emitting the signal that
+        // led here.
+        widget_->hide();
+        widget_->deleteLater();
+    }
+}
+
+void QtViewMirror::start()
+{
+    observer_ = view_->addObserver([this](View&, ViewChange change) { modelChanged(change); });
+    pushing_ = true;
+    syncAll();
+    pushing_ = false;
+    widget_->setToolTip(QString::fromStdString(view_->toolTip()));
+    widget_->setVisible(!view_->isHidden());
+    if (mirrorsSubviews()) {
+        rebuildChildren();
+    }
+    place();
+}
+
+void QtViewMirror::place()
+{
+    if (!widget_) {
+        return;
+    }
+    const Rect frame = view_->frame();
+    const double parentHeight = view_->superview() != nullptr ? view_->superview()->frame().height()
+                                                              : frame.maxY();
+    const double top = pinned_ ? 0 : parentHeight - frame.maxY();
+    const double left = pinned_ ? 0 : frame.minX();
+    widget_->setGeometry(int(std::lround(left)), int(std::lround(top)),
+                         int(std::lround(frame.width())), int(std::lround(frame.height())));
+    for (const auto& child : children_) {
+        child->place();
+    }
+}
+
+QtViewMirror* QtViewMirror::find(const View* view)
+{
+    if (view_.get() == view) {
+        return this;
+    }
+    for (const auto& child : children_) {
+        if (QtViewMirror* found = child->find(view)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void QtViewMirror::rebuildChildren()
+{
+    children_.clear();
+    for (const auto& subview : view_->subviews()) {
+        auto child = create(subview, childContainer());
+        child->widget()->show();
+        child->widget()->setVisible(!subview->isHidden());
+        children_.push_back(std::move(child));
+    }
+}
+
+void QtViewMirror::modelChanged(ViewChange change)
+{
+    if (!widget_) {
+        return;
+    }
+    pushing_ = true;
+    switch (change) {
+    case ViewChange::Frame:
+        place();
+        break;
+    case ViewChange::Hidden:
+        widget_->setVisible(!view_->isHidden());
+        break;
+    case ViewChange::ToolTip:
+        widget_->setToolTip(QString::fromStdString(view_->toolTip()));
+        break;
+    case ViewChange::Subviews:
+        if (mirrorsSubviews()) {
+            rebuildChildren();
+            place();
+        }
+        break;
+    case ViewChange::Display:
+        widget_->update();
+        break;
+    default:
+        syncAll();
+        break;
+    }
+    pushing_ = false;
+}
+
+} // namespace vexto

@@ -1,0 +1,88 @@
+#include "qt/QtWindowMirror.hpp"
+
+#include "toolkit/View.hpp"
+#include "toolkit/Window.hpp"
+
+#include <QResizeEvent>
+
+#include <cmath>
+#include <functional>
+
+namespace vexto {
+
+namespace {
+
+// The top-level widget, telling the mirror when the person resizes it.
+class TopLevel final : public QWidget {
+public:
+    explicit TopLevel(std::function<void(QSize)> resized) : resized_(std::move(resized)) {}
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QWidget::resizeEvent(event);
+        resized_(event->size());
+    }
+
+private:
+    std::function<void(QSize)> resized_;
+};
+
+} // namespace
+
+QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
+{
+    widget_ = std::make_unique<TopLevel>([this](QSize size) {
+        if (pushing_) {
+            return;
+        }
+        const Rect frame = window_.frame();
+        const double height = size.height() + window_.titleBarHeight();
+        window_.setFrame(Rect(frame.minX(), frame.maxY() - height, size.width(), height), true, false);
+    });
+    if (window_.contentView() != nullptr) {
+        auto content = window_.contentView()->shared_from_this();
+        content_ = QtViewMirror::create(content, widget_.get());
+        content_->setPinnedToParentOrigin(true);
+        content_->place();
+        content_->widget()->show();
+    }
+    observer_ = window_.addObserver([this](Window&, WindowChange change) {
+        if (change == WindowChange::Frame || change == WindowChange::Title ||
+            change == WindowChange::Visible) {
+            sync();
+        }
+    });
+    sync();
+}
+
+QtWindowMirror::~QtWindowMirror()
+{
+    window_.removeObserver(observer_);
+    content_.reset();
+}
+
+void QtWindowMirror::sync()
+{
+    pushing_ = true;
+    const Rect content = window_.contentRectForFrameRect(window_.frame());
+    widget_->resize(int(std::lround(content.width())), int(std::lround(content.height())));
+    widget_->setWindowTitle(QString::fromStdString(window_.title()));
+    if (content_) {
+        content_->place();
+    }
+    pushing_ = false;
+}
+
+QtViewMirror* QtWindowMirror::mirrorOf(const View* view) const
+{
+    return content_ ? content_->find(view) : nullptr;
+}
+
+QImage QtWindowMirror::render() const
+{
+    widget_->ensurePolished();
+    return widget_->grab().toImage();
+}
+
+} // namespace vexto

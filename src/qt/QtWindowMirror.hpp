@@ -1,0 +1,39 @@
+#pragma once
+
+#include "qt/QtViewMirror.hpp"
+
+#include <QImage>
+#include <QWidget>
+
+#include <memory>
+
+namespace vexto {
+
+class Window;
+
+// A top-level Qt window showing a model window's content view. Model frame changes resize it;
+// resizing it by hand changes the model frame, keeping the top edge where it is.
+class QtWindowMirror {
+public:
+    explicit QtWindowMirror(Window& window);
+    ~QtWindowMirror();
+    QtWindowMirror(const QtWindowMirror&) = delete;
+    QtWindowMirror& operator=(const QtWindowMirror&) = delete;
+
+    QWidget* widget() const { return widget_.get(); }
+    // The mirror of a view of this window, or none.
+    QtViewMirror* mirrorOf(const View* view) const;
+    // The window as it looks now, drawn offscreen.
+    QImage render() const;
+
+private:
+    void sync();
+
+    Window& window_;
+    std::unique_ptr<QWidget> widget_;
+    std::unique_ptr<QtViewMirror> content_;
+    int observer_ = 0;
+    bool pushing_ = false;
+};
+
+} // namespace vexto
