@@ -46,9 +46,10 @@ PlistDictionary settingsOfThreeHundredKeys()
             settings.emplace(key, PlistArray{"Finder", "Safari", "Terminal"});
             break;
         default:
-            settings.emplace(key, PlistDictionary{{"Forward", PlistDictionary{{"Key Code", "48"},
-                                                                               {"Modifiers", "1048576"},
-                                                                               {"Character", "\t"}}}});
+            settings.emplace(key,
+                             PlistDictionary{{"Forward", PlistDictionary{{"Key Code", "48"},
+                                                                         {"Modifiers", "1048576"},
+                                                                         {"Character", "\t"}}}});
         }
     }
     return settings;
@@ -84,7 +85,8 @@ void CodecReadAndWriteXml(benchmark::State& state)
         auto read = PropertyListCodec::readFile(file.input());
         const auto xml = PropertyListCodec::xmlFrom(*read.value);
         const bool written = FileSystem::writeFileAtomically(
-            file.output(), std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
+            file.output(),
+            std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
         benchmark::DoNotOptimize(written);
     }
     state.SetLabel(std::to_string(FileSystem::fileSize(file.input())) + " bytes");
@@ -127,10 +129,10 @@ void PlistutilConvertsTheSameFile(benchmark::State& state)
     const std::string input = file.input();
     const std::string output = file.output();
     for (auto _ : state) {
-        char* argv[] = {const_cast<char*>("plistutil"), const_cast<char*>("-i"),
-                        const_cast<char*>(input.c_str()), const_cast<char*>("-o"),
+        char* argv[] = {const_cast<char*>("plistutil"),    const_cast<char*>("-i"),
+                        const_cast<char*>(input.c_str()),  const_cast<char*>("-o"),
                         const_cast<char*>(output.c_str()), const_cast<char*>("-f"),
-                        const_cast<char*>("xml"), nullptr};
+                        const_cast<char*>("xml"),          nullptr};
         pid_t pid = 0;
         if (::posix_spawnp(&pid, "plistutil", nullptr, nullptr, argv, environ) != 0) {
             state.SkipWithError("plistutil is not installed (package libplist-utils)");

@@ -46,8 +46,8 @@ std::string realText(double value)
 
 std::string dateText(const PlistDate& date)
 {
-    const auto seconds =
-        static_cast<std::time_t>(std::floor(date.secondsSinceReferenceDate + referenceDateInUnixSeconds));
+    const auto seconds = static_cast<std::time_t>(
+        std::floor(date.secondsSinceReferenceDate + referenceDateInUnixSeconds));
     std::tm parts{};
     ::gmtime_r(&seconds, &parts);
     char buffer[64];

@@ -1,6 +1,5 @@
 // vexto-plist: checks, shows and converts the pane's property-list files.
 #include "PlistPrinter.hpp"
-
 #include "foundation/FileSystem.hpp"
 #include "foundation/PropertyListCodec.hpp"
 
@@ -19,10 +18,11 @@ constexpr int badUsage = 2;
 
 int usage()
 {
-    std::fputs("usage: vexto-plist lint FILE\n"
-               "       vexto-plist print FILE\n"
-               "       vexto-plist convert xml|binary FILE -o OUT   (OUT may be - for standard output)\n",
-               stderr);
+    std::fputs(
+        "usage: vexto-plist lint FILE\n"
+        "       vexto-plist print FILE\n"
+        "       vexto-plist convert xml|binary FILE -o OUT   (OUT may be - for standard output)\n",
+        stderr);
     return badUsage;
 }
 
@@ -70,7 +70,8 @@ int convert(std::string_view format, const std::string& path, const std::string&
         bytes = std::move(*binary);
     }
     if (bytes.empty()) {
-        std::fprintf(stderr, "%s: cannot be written as %s\n", path.c_str(), std::string(format).c_str());
+        std::fprintf(stderr, "%s: cannot be written as %s\n", path.c_str(),
+                     std::string(format).c_str());
         return badInput;
     }
     if (output == "-") {

@@ -40,8 +40,8 @@ const StringsTable* Bundle::stringsTable(std::string_view table) const
     if (found == tables_.end()) {
         std::optional<StringsTable> loaded;
         for (const std::string& folder : Localization::preferredLocalizationFolders()) {
-            loaded = StringsTable::load(FileSystem::join(
-                FileSystem::join(resourcePath(), folder), std::string(table) + ".strings"));
+            loaded = StringsTable::load(FileSystem::join(FileSystem::join(resourcePath(), folder),
+                                                         std::string(table) + ".strings"));
             if (loaded) {
                 break;
             }

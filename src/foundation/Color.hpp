@@ -11,7 +11,14 @@ namespace vexto {
 // to where the catalog is unknown.
 class Color {
 public:
-    enum class Space { CalibratedRGB, DeviceRGB, CalibratedWhite, DeviceWhite, DeviceCMYK, Catalog };
+    enum class Space {
+        CalibratedRGB,
+        DeviceRGB,
+        CalibratedWhite,
+        DeviceWhite,
+        DeviceCMYK,
+        Catalog
+    };
 
     struct Rgba {
         float red, green, blue, alpha;

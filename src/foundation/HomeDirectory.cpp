@@ -25,15 +25,22 @@ std::string HomeDirectory::path()
     if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
         return home;
     }
-    if (const passwd* entry = ::getpwuid(::getuid()); entry != nullptr && entry->pw_dir != nullptr) {
+    if (const passwd* entry = ::getpwuid(::getuid());
+        entry != nullptr && entry->pw_dir != nullptr) {
         return entry->pw_dir;
     }
     return "/";
 }
 
-void HomeDirectory::setOverride(std::string path) { overridePath() = std::move(path); }
+void HomeDirectory::setOverride(std::string path)
+{
+    overridePath() = std::move(path);
+}
 
-void HomeDirectory::clearOverride() { overridePath().reset(); }
+void HomeDirectory::clearOverride()
+{
+    overridePath().reset();
+}
 
 std::string HomeDirectory::expandTilde(const std::string& path)
 {

@@ -33,10 +33,19 @@ void Log::line(std::string_view message)
     }
 }
 
-void Log::setEchoToStandardError(bool echo) { state().echo = echo; }
+void Log::setEchoToStandardError(bool echo)
+{
+    state().echo = echo;
+}
 
-void Log::setSink(std::function<void(const std::string&)> sink) { state().sink = std::move(sink); }
+void Log::setSink(std::function<void(const std::string&)> sink)
+{
+    state().sink = std::move(sink);
+}
 
-void Log::clearSink() { state().sink = nullptr; }
+void Log::clearSink()
+{
+    state().sink = nullptr;
+}
 
 } // namespace vexto

@@ -12,7 +12,10 @@ bool isWhiteSpace(char c)
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
 }
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 std::string_view withoutLeadingWhiteSpace(std::string_view text)
 {
@@ -76,8 +79,8 @@ double NumericText::leadingReal(std::string_view text)
         return 0.0;
     }
     double value = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value,
-                                        std::chars_format::general);
+    const auto result =
+        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::general);
     if (result.ec == std::errc::result_out_of_range) {
         return (!text.empty() && text[0] == '-') ? -std::numeric_limits<double>::infinity()
                                                  : std::numeric_limits<double>::infinity();

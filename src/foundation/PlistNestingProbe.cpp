@@ -12,8 +12,7 @@ class XmlScanner {
 public:
     explicit XmlScanner(std::span<const std::uint8_t> bytes)
         : text_(reinterpret_cast<const char*>(bytes.data()), bytes.size())
-    {
-    }
+    {}
 
     bool within(int maximumDepth)
     {
@@ -35,7 +34,10 @@ public:
     }
 
 private:
-    bool startsWith(std::string_view prefix) const { return text_.substr(pos_).starts_with(prefix); }
+    bool startsWith(std::string_view prefix) const
+    {
+        return text_.substr(pos_).starts_with(prefix);
+    }
 
     bool skipped(std::string_view opening, std::string_view closing)
     {

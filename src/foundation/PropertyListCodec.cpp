@@ -142,16 +142,18 @@ PlistValue valueFromNode(plist_t node)
 // The node keeps insertion order, so keys go in as the platform sorts them: by UTF-16 code units.
 // That is the map's byte order unless a key holds a character beyond U+FFFF (a four-byte UTF-8
 // sequence, whose surrogates sort below U+E000..U+FFFF), so only then is there sorting to do.
-std::vector<const PlistDictionary::value_type*> entriesInPlatformOrder(const PlistDictionary& dictionary)
+std::vector<const PlistDictionary::value_type*>
+entriesInPlatformOrder(const PlistDictionary& dictionary)
 {
     std::vector<const PlistDictionary::value_type*> entries;
     entries.reserve(dictionary.size());
     bool beyondBasicPlane = false;
     for (const auto& entry : dictionary) {
         entries.push_back(&entry);
-        beyondBasicPlane = beyondBasicPlane ||
-                           std::any_of(entry.first.begin(), entry.first.end(),
-                                       [](char c) { return static_cast<unsigned char>(c) >= 0xF0; });
+        beyondBasicPlane =
+            beyondBasicPlane || std::any_of(entry.first.begin(), entry.first.end(), [](char c) {
+                return static_cast<unsigned char>(c) >= 0xF0;
+            });
     }
     if (beyondBasicPlane) {
         std::vector<std::pair<std::u16string, const PlistDictionary::value_type*>> keyed;
@@ -209,8 +211,9 @@ bool nestsWithin(const PlistValue& value, int remaining)
         return false;
     }
     if (const auto* array = value.asArray()) {
-        return std::all_of(array->begin(), array->end(),
-                           [&](const PlistValue& item) { return nestsWithin(item, remaining - 1); });
+        return std::all_of(array->begin(), array->end(), [&](const PlistValue& item) {
+            return nestsWithin(item, remaining - 1);
+        });
     }
     if (const auto* dictionary = value.asDictionary()) {
         return std::all_of(dictionary->begin(), dictionary->end(), [&](const auto& entry) {

@@ -53,7 +53,8 @@ struct Rect {
         }
         const double x0 = std::min(minX(), other.minX());
         const double y0 = std::min(minY(), other.minY());
-        return Rect(x0, y0, std::max(maxX(), other.maxX()) - x0, std::max(maxY(), other.maxY()) - y0);
+        return Rect(x0, y0, std::max(maxX(), other.maxX()) - x0,
+                    std::max(maxY(), other.maxY()) - y0);
     }
 
     friend bool operator==(const Rect&, const Rect&) = default;

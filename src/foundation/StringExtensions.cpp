@@ -12,8 +12,8 @@ namespace {
 
 bool isWhiteSpaceOrNewline(char16_t c)
 {
-    static constexpr char16_t others[] = {0x0085, 0x00A0, 0x1680, 0x2028, 0x2029,
-                                          0x202F, 0x205F, 0x3000};
+    static constexpr char16_t others[] = {0x0085, 0x00A0, 0x1680, 0x2028,
+                                          0x2029, 0x202F, 0x205F, 0x3000};
     return (c >= 0x09 && c <= 0x0D) || c == 0x20 || (c >= 0x2000 && c <= 0x200A) ||
            std::find(std::begin(others), std::end(others), c) != std::end(others);
 }
@@ -34,7 +34,10 @@ std::string trimmedString(std::string_view text)
     return TextEncoding::utf8FromUtf16(std::u16string_view(units).substr(first, last - first));
 }
 
-bool isFolderPath(const std::string& path) { return FileSystem::isDirectory(path); }
+bool isFolderPath(const std::string& path)
+{
+    return FileSystem::isDirectory(path);
+}
 
 bool checkFolderPathAndCreateIfNecessary(const std::string& path)
 {

@@ -6,10 +6,13 @@ namespace {
 
 constexpr char32_t replacementCharacter = 0xFFFD;
 
-// Decodes one code point at `pos`, advancing it; an invalid sequence yields U+FFFD and consumes one byte.
+// Decodes one code point at `pos`, advancing it; an invalid sequence yields U+FFFD and consumes one
+// byte.
 char32_t decodeUtf8(std::string_view text, std::size_t& pos, bool& valid)
 {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const auto byte = [&](std::size_t i) {
+        return static_cast<unsigned char>(text[i]);
+    };
     const unsigned char lead = byte(pos);
     int length = 0;
     char32_t codePoint = 0;

@@ -173,7 +173,8 @@ private:
 
 } // namespace
 
-std::vector<std::uint8_t> TypedStreamArchiver::archivedDataWithRootObject(const ArchivedObject& root)
+std::vector<std::uint8_t>
+TypedStreamArchiver::archivedDataWithRootObject(const ArchivedObject& root)
 {
     return Writer().archive(root);
 }

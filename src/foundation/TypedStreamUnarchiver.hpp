@@ -14,7 +14,8 @@ class TypedStreamUnarchiver {
 public:
     static constexpr int maximumNesting = 32;
 
-    static std::optional<ArchivedObject> unarchiveObjectWithData(std::span<const std::uint8_t> data);
+    static std::optional<ArchivedObject>
+    unarchiveObjectWithData(std::span<const std::uint8_t> data);
 };
 
 } // namespace vexto

@@ -7,8 +7,8 @@ namespace vexto {
 void PerformQueue::add(const void* target, std::string selector, PerformArgument argument,
                        double dueTime, RunLoopModes modes, std::function<void()> action)
 {
-    Request request{target,  std::move(selector), std::move(argument), dueTime,
-                    nextSequence_++, modes, std::move(action)};
+    Request request{target, std::move(selector), std::move(argument), dueTime, nextSequence_++,
+                    modes,  std::move(action)};
     const auto position = std::find_if(requests_.begin(), requests_.end(),
                                        [&](const Request& r) { return r.dueTime > dueTime; });
     requests_.insert(position, std::move(request));

@@ -33,18 +33,6 @@ QImage qtImage(const Bitmap& bitmap)
     return image.copy(); // own the pixels
 }
 
-Qt::Alignment qtAlignment(TextAlignment alignment)
-{
-    switch (alignment) {
-    case TextAlignment::Right:
-        return Qt::AlignRight | Qt::AlignVCenter;
-    case TextAlignment::Center:
-        return Qt::AlignHCenter | Qt::AlignVCenter;
-    default:
-        return Qt::AlignLeft | Qt::AlignVCenter;
-    }
-}
-
 void flip(QPainter& painter, double height)
 {
     painter.translate(0, height);
@@ -71,11 +59,28 @@ QtCanvas::~QtCanvas()
 QColor QtCanvas::qtColor(const Color& color)
 {
     const Color::Rgba c = color.rgba();
-    const auto unit = [](float v) { return std::clamp(static_cast<double>(v), 0.0, 1.0); };
+    const auto unit = [](float v) {
+        return std::clamp(static_cast<double>(v), 0.0, 1.0);
+    };
     return QColor::fromRgbF(unit(c.red), unit(c.green), unit(c.blue), unit(c.alpha));
 }
 
-QPainter& QtCanvas::painter() { return layers_.empty() ? base_ : *layers_.back().painter; }
+Qt::Alignment QtCanvas::qtAlignment(TextAlignment alignment)
+{
+    switch (alignment) {
+    case TextAlignment::Right:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case TextAlignment::Center:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    default:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    }
+}
+
+QPainter& QtCanvas::painter()
+{
+    return layers_.empty() ? base_ : *layers_.back().painter;
+}
 
 QPainterPath QtCanvas::qtPath(const BezierPath& path) const
 {
@@ -95,8 +100,7 @@ QRectF QtCanvas::deviceRect(Rect rect) const
     return QRectF(rect.minX(), viewHeight_ - rect.maxY(), rect.width(), rect.height());
 }
 
-template <typename Draw>
-void QtCanvas::upright(Draw draw)
+template <typename Draw> void QtCanvas::upright(Draw draw)
 {
     QPainter& p = painter();
     p.save();
@@ -132,7 +136,10 @@ void QtCanvas::fill(const BezierPath& path, const Color& color)
     painter().fillPath(shape, qtColor(color));
 }
 
-void QtCanvas::clip(const BezierPath& path) { painter().setClipPath(qtPath(path), Qt::IntersectClip); }
+void QtCanvas::clip(const BezierPath& path)
+{
+    painter().setClipPath(qtPath(path), Qt::IntersectClip);
+}
 
 void QtCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, double angle)
 {
@@ -147,7 +154,10 @@ void QtCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, double an
     painter().fillRect(QRectF(rect.minX(), rect.minY(), rect.width(), rect.height()), qt);
 }
 
-void QtCanvas::setShadow(const std::optional<Shadow>& shadow) { shadow_ = shadow; }
+void QtCanvas::setShadow(const std::optional<Shadow>& shadow)
+{
+    shadow_ = shadow;
+}
 
 void QtCanvas::beginTransparencyLayer(Rect rect)
 {
@@ -198,8 +208,9 @@ void QtCanvas::drawImage(const Image& image, Rect destination, CompositingOperat
     }
     if (image.drawing() && image.size().width > 0 && image.size().height > 0) {
         // Replay the drawing at the image's own size, then place it like pixels.
-        QImage rendered(QSize(int(std::ceil(image.size().width)), int(std::ceil(image.size().height))),
-                        QImage::Format_ARGB32_Premultiplied);
+        QImage rendered(
+            QSize(int(std::ceil(image.size().width)), int(std::ceil(image.size().height))),
+            QImage::Format_ARGB32_Premultiplied);
         rendered.fill(Qt::transparent);
         {
             QPainter imagePainter(&rendered);

@@ -33,6 +33,7 @@ public:
                   TextAlignment alignment) override;
 
     static QColor qtColor(const Color& color);
+    static Qt::Alignment qtAlignment(TextAlignment alignment);
 
 private:
     struct Layer {
@@ -46,8 +47,7 @@ private:
     // A rectangle in model coordinates, in the painter's unflipped device terms.
     QRectF deviceRect(Rect rect) const;
     // Runs `draw` with the painter unflipped (device coordinates), for text and images.
-    template <typename Draw>
-    void upright(Draw draw);
+    template <typename Draw> void upright(Draw draw);
 
     QPainter& base_;
     double viewHeight_;

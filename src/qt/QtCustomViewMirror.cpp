@@ -32,7 +32,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override { send(Event::Type::LeftMouseUp, event); }
     void mouseMoveEvent(QMouseEvent* event) override
     {
-        send(event->buttons() & Qt::LeftButton ? Event::Type::LeftMouseDragged : Event::Type::MouseMoved,
+        send(event->buttons() & Qt::LeftButton ? Event::Type::LeftMouseDragged
+                                               : Event::Type::MouseMoved,
              event);
     }
 
@@ -60,7 +61,6 @@ private:
 
 QtCustomViewMirror::QtCustomViewMirror(std::shared_ptr<View> view, QWidget* parent)
     : QtViewMirror(view, new CustomWidget(*view, parent))
-{
-}
+{}
 
 } // namespace vexto

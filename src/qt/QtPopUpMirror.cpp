@@ -17,8 +17,7 @@ class OpeningComboBox final : public QComboBox {
 public:
     OpeningComboBox(QWidget* parent, std::function<void()> willOpen)
         : QComboBox(parent), willOpen_(std::move(willOpen))
-    {
-    }
+    {}
 
     void showPopup() override
     {

@@ -8,22 +8,6 @@
 
 namespace vexto {
 
-namespace {
-
-Qt::Alignment qtAlignment(TextAlignment alignment)
-{
-    switch (alignment) {
-    case TextAlignment::Right:
-        return Qt::AlignRight | Qt::AlignVCenter;
-    case TextAlignment::Center:
-        return Qt::AlignHCenter | Qt::AlignVCenter;
-    default:
-        return Qt::AlignLeft | Qt::AlignVCenter;
-    }
-}
-
-} // namespace
-
 QtTextFieldMirror::QtTextFieldMirror(std::shared_ptr<TextField> field, QWidget* parent)
     : QtViewMirror(field, field->isEditable() ? static_cast<QWidget*>(new QLineEdit(parent))
                                               : static_cast<QWidget*>(new QLabel(parent))),
@@ -51,14 +35,15 @@ void QtTextFieldMirror::syncAll()
         if (edit->text() != text) {
             edit->setText(text);
         }
-        edit->setAlignment(qtAlignment(field_.alignment()));
+        edit->setAlignment(QtCanvas::qtAlignment(field_.alignment()));
         edit->setPlaceholderText(QString::fromStdString(field_.placeholder()));
         return;
     }
     auto* label = static_cast<QLabel*>(widget());
     label->setText(text);
-    label->setAlignment(qtAlignment(field_.alignment()));
-    label->setTextInteractionFlags(field_.isSelectable() ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
+    label->setAlignment(QtCanvas::qtAlignment(field_.alignment()));
+    label->setTextInteractionFlags(field_.isSelectable() ? Qt::TextSelectableByMouse
+                                                         : Qt::NoTextInteraction);
 }
 
 } // namespace vexto

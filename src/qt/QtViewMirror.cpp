@@ -41,8 +41,7 @@ std::unique_ptr<QtViewMirror> QtViewMirror::create(std::shared_ptr<View> view, Q
 
 QtViewMirror::QtViewMirror(std::shared_ptr<View> view, QWidget* widget)
     : view_(std::move(view)), widget_(widget)
-{
-}
+{}
 
 QtViewMirror::~QtViewMirror()
 {
@@ -76,8 +75,8 @@ void QtViewMirror::place()
         return;
     }
     const Rect frame = view_->frame();
-    const double parentHeight = view_->superview() != nullptr ? view_->superview()->frame().height()
-                                                              : frame.maxY();
+    const double parentHeight =
+        view_->superview() != nullptr ? view_->superview()->frame().height() : frame.maxY();
     const double top = pinned_ ? 0 : parentHeight - frame.maxY();
     const double left = pinned_ ? 0 : frame.minX();
     widget_->setGeometry(int(std::lround(left)), int(std::lround(top)),

@@ -38,7 +38,8 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
         }
         const Rect frame = window_.frame();
         const double height = size.height() + window_.titleBarHeight();
-        window_.setFrame(Rect(frame.minX(), frame.maxY() - height, size.width(), height), true, false);
+        window_.setFrame(Rect(frame.minX(), frame.maxY() - height, size.width(), height), true,
+                         false);
     });
     if (window_.contentView() != nullptr) {
         auto content = window_.contentView()->shared_from_this();

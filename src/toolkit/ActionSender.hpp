@@ -13,11 +13,7 @@ public:
 
     View* view() const { return view_; }
     MenuItem* menuItem() const { return menuItem_; }
-    template <typename T>
-    T* viewAs() const
-    {
-        return dynamic_cast<T*>(view_);
-    }
+    template <typename T> T* viewAs() const { return dynamic_cast<T*>(view_); }
 
 private:
     View* view_ = nullptr;

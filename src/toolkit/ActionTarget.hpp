@@ -23,7 +23,10 @@ class ActionTable : public ActionTarget {
 public:
     using Handler = std::function<void(const ActionSender& sender)>;
 
-    void on(std::string selector, Handler handler) { handlers_[std::move(selector)] = std::move(handler); }
+    void on(std::string selector, Handler handler)
+    {
+        handlers_[std::move(selector)] = std::move(handler);
+    }
 
     bool respondsToSelector(std::string_view selector) const override
     {

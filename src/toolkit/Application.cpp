@@ -15,9 +15,15 @@ Application& instance()
 
 } // namespace
 
-Application& Application::shared() { return instance(); }
+Application& Application::shared()
+{
+    return instance();
+}
 
-void Application::resetForTesting() { instance() = Application(); }
+void Application::resetForTesting()
+{
+    instance() = Application();
+}
 
 void Application::setActive(bool active)
 {
@@ -54,37 +60,32 @@ int Application::runAlert(const AlertRequest& request)
 
 void Application::setKeyWindow(Window* window)
 {
-    Window* previous = keyWindow_;
-    if (previous == window) {
-        return;
-    }
-    keyWindow_ = window;
-    auto& center = NotificationCenter::defaultCenter();
-    if (previous != nullptr) {
-        previous->notify(WindowChange::Key);
-        center.post(Window::didResignKeyNotification, previous);
-    }
-    if (window != nullptr) {
-        window->notify(WindowChange::Key);
-        center.post(Window::didBecomeKeyNotification, window);
-    }
+    moveWindowStatus(keyWindow_, window, true);
 }
 
 void Application::setMainWindow(Window* window)
 {
-    Window* previous = mainWindow_;
+    moveWindowStatus(mainWindow_, window, false);
+}
+
+void Application::moveWindowStatus(Window*& slot, Window* window, bool key)
+{
+    Window* previous = slot;
     if (previous == window) {
         return;
     }
-    mainWindow_ = window;
+    slot = window;
+    const WindowChange change = key ? WindowChange::Key : WindowChange::Main;
     auto& center = NotificationCenter::defaultCenter();
     if (previous != nullptr) {
-        previous->notify(WindowChange::Main);
-        center.post(Window::didResignMainNotification, previous);
+        previous->notify(change);
+        center.post(key ? Window::didResignKeyNotification : Window::didResignMainNotification,
+                    previous);
     }
     if (window != nullptr) {
-        window->notify(WindowChange::Main);
-        center.post(Window::didBecomeMainNotification, window);
+        window->notify(change);
+        center.post(key ? Window::didBecomeKeyNotification : Window::didBecomeMainNotification,
+                    window);
     }
 }
 

@@ -46,6 +46,9 @@ private:
 
     void setKeyWindow(Window* window);
     void setMainWindow(Window* window);
+    // Moves a status (key or main) from the window in `slot` to `window`, telling both and
+    // posting the resign and become notifications.
+    void moveWindowStatus(Window*& slot, Window* window, bool key);
     void windowWillClose(Window* window);
 
     bool active_ = true;

@@ -21,7 +21,9 @@ public:
     friend bool operator==(const BezierPath&, const BezierPath&) = default;
 
 private:
-    BezierPath(Rect rect, double xRadius, double yRadius) : rect_(rect), xRadius_(xRadius), yRadius_(yRadius) {}
+    BezierPath(Rect rect, double xRadius, double yRadius)
+        : rect_(rect), xRadius_(xRadius), yRadius_(yRadius)
+    {}
 
     Rect rect_;
     double xRadius_;

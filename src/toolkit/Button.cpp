@@ -88,6 +88,9 @@ void Button::performClick()
     sendAction();
 }
 
-void Button::mouseDown(const Event&) { performClick(); }
+void Button::mouseDown(const Event&)
+{
+    performClick();
+}
 
 } // namespace vexto

@@ -39,7 +39,10 @@ public:
 
     ColorWell* activeWell() const { return activeWell_; }
 
-    int addObserver(std::function<void(ColorPanel&)> observer) { return observers_.add(std::move(observer)); }
+    int addObserver(std::function<void(ColorPanel&)> observer)
+    {
+        return observers_.add(std::move(observer));
+    }
     void removeObserver(int token) { observers_.remove(token); }
 
 private:

@@ -33,7 +33,10 @@ ColorPanel& ColorPanel::shared()
     return *sharedPanel();
 }
 
-ColorPanel* ColorPanel::sharedIfExists() { return sharedPanel().get(); }
+ColorPanel* ColorPanel::sharedIfExists()
+{
+    return sharedPanel().get();
+}
 
 void ColorPanel::resetForTesting()
 {
@@ -44,9 +47,15 @@ void ColorPanel::resetForTesting()
     ignoresAlphaFlag() = true;
 }
 
-bool ColorPanel::ignoresAlpha() { return ignoresAlphaFlag(); }
+bool ColorPanel::ignoresAlpha()
+{
+    return ignoresAlphaFlag();
+}
 
-void ColorPanel::setIgnoresAlpha(bool ignores) { ignoresAlphaFlag() = ignores; }
+void ColorPanel::setIgnoresAlpha(bool ignores)
+{
+    ignoresAlphaFlag() = ignores;
+}
 
 void ColorPanel::setColor(Color color)
 {
@@ -101,7 +110,8 @@ void ColorPanel::setActiveWell(ColorWell* well)
 
 ColorWell::~ColorWell()
 {
-    if (ColorPanel* panel = ColorPanel::sharedIfExists(); panel != nullptr && panel->activeWell_ == this) {
+    if (ColorPanel* panel = ColorPanel::sharedIfExists();
+        panel != nullptr && panel->activeWell_ == this) {
         panel->activeWell_ = nullptr;
     }
 }
@@ -123,7 +133,8 @@ void ColorWell::activate(bool /*exclusive*/)
 
 void ColorWell::deactivate()
 {
-    if (ColorPanel* panel = ColorPanel::sharedIfExists(); panel != nullptr && panel->activeWell_ == this) {
+    if (ColorPanel* panel = ColorPanel::sharedIfExists();
+        panel != nullptr && panel->activeWell_ == this) {
         panel->setActiveWell(nullptr);
     }
 }
@@ -140,7 +151,10 @@ void ColorWell::performClick()
     }
 }
 
-void ColorWell::mouseDown(const Event&) { performClick(); }
+void ColorWell::mouseDown(const Event&)
+{
+    performClick();
+}
 
 void ColorWell::takeColorFromPanel(const Color& color)
 {

@@ -16,14 +16,18 @@ void Control::setEnabled(bool enabled)
     notify(ViewChange::Enabled);
 }
 
-bool Control::sendAction() { return sendAction(action_, target_); }
+bool Control::sendAction()
+{
+    return sendAction(action_, target_);
+}
 
 bool Control::sendAction(std::string_view selector, ActionTarget* target)
 {
     return sendAction(selector, target, ActionSender(this));
 }
 
-bool Control::sendAction(std::string_view selector, ActionTarget* target, const ActionSender& sender)
+bool Control::sendAction(std::string_view selector, ActionTarget* target,
+                         const ActionSender& sender)
 {
     if (target == nullptr || selector.empty() || !target->respondsToSelector(selector)) {
         return false;
@@ -41,7 +45,10 @@ void Control::setStringValue(std::string value)
     notify(ViewChange::Value);
 }
 
-double Control::doubleValue() const { return NumericText::leadingReal(stringValue()); }
+double Control::doubleValue() const
+{
+    return NumericText::leadingReal(stringValue());
+}
 
 void Control::setDoubleValue(double value)
 {

@@ -27,7 +27,8 @@ public:
     // Sends a given action to a given target with this control as sender.
     bool sendAction(std::string_view selector, ActionTarget* target);
     // Sends an action with any sender (a menu item, say); true when the target handled it.
-    static bool sendAction(std::string_view selector, ActionTarget* target, const ActionSender& sender);
+    static bool sendAction(std::string_view selector, ActionTarget* target,
+                           const ActionSender& sender);
 
     virtual std::string stringValue() const { return stringValue_; }
     virtual void setStringValue(std::string value);

@@ -38,7 +38,10 @@ public:
     static constexpr std::uint64_t functionKeyMask = 0x800000;
     static constexpr std::uint64_t deviceIndependentMask = 0xFFFF0000;
 
-    static constexpr std::uint64_t maskFor(Type type) { return std::uint64_t{1} << static_cast<int>(type); }
+    static constexpr std::uint64_t maskFor(Type type)
+    {
+        return std::uint64_t{1} << static_cast<int>(type);
+    }
     static constexpr std::uint64_t anyEventMask = ~std::uint64_t{0};
 
     static Event key(Type type, std::uint16_t keyCode, std::uint64_t modifierFlags,

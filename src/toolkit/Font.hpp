@@ -12,8 +12,7 @@ public:
     Font(std::string fontName, std::string displayName, std::string familyName, double pointSize)
         : fontName_(std::move(fontName)), displayName_(std::move(displayName)),
           familyName_(std::move(familyName)), pointSize_(pointSize)
-    {
-    }
+    {}
 
     // The interface's own font; the front draws it with the desktop's default face.
     static Font systemFontOfSize(double size) { return Font("System", "System", "System", size); }

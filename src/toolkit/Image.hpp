@@ -24,7 +24,8 @@ public:
     static std::shared_ptr<Image> withBitmap(Bitmap bitmap);
     static std::shared_ptr<Image> withDrawing(Size size, Drawing drawing);
     // Read straight from the file; none when it cannot be read.
-    static std::shared_ptr<Image> contentsOfFile(const std::string& path, const ImageDecoder& decoder);
+    static std::shared_ptr<Image> contentsOfFile(const std::string& path,
+                                                 const ImageDecoder& decoder);
 
     Size size() const { return size_; }
     void setSize(Size size) { size_ = size; }

@@ -10,8 +10,7 @@ namespace vexto {
 
 MenuItem::MenuItem(std::string title, std::string action, int tag)
     : title_(std::move(title)), tag_(tag), action_(std::move(action))
-{
-}
+{}
 
 std::shared_ptr<MenuItem> MenuItem::separatorItem()
 {
@@ -87,7 +86,10 @@ void Menu::changed()
     }
 }
 
-MenuItem* Menu::itemAtIndex(int index) const { return sharedItemAtIndex(index).get(); }
+MenuItem* Menu::itemAtIndex(int index) const
+{
+    return sharedItemAtIndex(index).get();
+}
 
 std::shared_ptr<MenuItem> Menu::sharedItemAtIndex(int index) const
 {
@@ -108,7 +110,10 @@ MenuItem& Menu::addItemWithTitle(std::string title, std::string action, int tag)
     return addItem(std::make_shared<MenuItem>(std::move(title), std::move(action), tag));
 }
 
-void Menu::addSeparator() { addItem(MenuItem::separatorItem()); }
+void Menu::addSeparator()
+{
+    addItem(MenuItem::separatorItem());
+}
 
 void Menu::insertItem(std::shared_ptr<MenuItem> item, int index)
 {

@@ -55,7 +55,10 @@ public:
 
     Menu* supermenu() const { return supermenu_; }
 
-    int addObserver(std::function<void(Menu&)> observer) { return observers_.add(std::move(observer)); }
+    int addObserver(std::function<void(Menu&)> observer)
+    {
+        return observers_.add(std::move(observer));
+    }
     void removeObserver(int token) { observers_.remove(token); }
 
 private:

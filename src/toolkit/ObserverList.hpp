@@ -7,8 +7,7 @@ namespace vexto {
 
 // Callbacks that a model object calls when it changes, so that a front can mirror it without
 // polling. Removing an observer while callbacks run is safe.
-template <typename... Args>
-class ObserverList {
+template <typename... Args> class ObserverList {
 public:
     using Token = int;
 

@@ -8,7 +8,10 @@ PopUpButton::PopUpButton(Rect frame, bool pullsDown)
     watchMenu();
 }
 
-PopUpButton::~PopUpButton() { menu_->removeObserver(menuObserver_); }
+PopUpButton::~PopUpButton()
+{
+    menu_->removeObserver(menuObserver_);
+}
 
 void PopUpButton::watchMenu()
 {
@@ -27,7 +30,10 @@ void PopUpButton::setMenu(std::shared_ptr<Menu> menu)
     notify(ViewChange::Items);
 }
 
-MenuItem& PopUpButton::addItemWithTitle(std::string title) { return menu_->addItemWithTitle(std::move(title)); }
+MenuItem& PopUpButton::addItemWithTitle(std::string title)
+{
+    return menu_->addItemWithTitle(std::move(title));
+}
 
 void PopUpButton::addItemsWithTitles(const std::vector<std::string>& titles)
 {
@@ -51,7 +57,10 @@ int PopUpButton::indexOfSelectedItem() const
     return item ? menu_->indexOfItem(item.get()) : -1;
 }
 
-MenuItem* PopUpButton::selectedItem() const { return menu_->itemAtIndex(indexOfSelectedItem()); }
+MenuItem* PopUpButton::selectedItem() const
+{
+    return menu_->itemAtIndex(indexOfSelectedItem());
+}
 
 std::string PopUpButton::titleOfSelectedItem() const
 {
@@ -80,7 +89,10 @@ void PopUpButton::selectItemAtIndex(int index)
     notify(ViewChange::Selection);
 }
 
-void PopUpButton::selectItem(const MenuItem* item) { selectItemAtIndex(menu_->indexOfItem(item)); }
+void PopUpButton::selectItem(const MenuItem* item)
+{
+    selectItemAtIndex(menu_->indexOfItem(item));
+}
 
 bool PopUpButton::selectItemWithTag(int tag)
 {

@@ -7,8 +7,7 @@ namespace vexto {
 
 Slider::Slider(Rect frame, double minValue, double maxValue)
     : Control(frame), min_(minValue), max_(maxValue), value_(minValue)
-{
-}
+{}
 
 void Slider::setMinValue(double value)
 {
@@ -41,6 +40,9 @@ std::string Slider::stringValue() const
     return std::string(buffer, result.ptr);
 }
 
-void Slider::sizeToFit() { setFrameSize(Size{frame().width(), small_ ? 17.0 : 21.0}); }
+void Slider::sizeToFit()
+{
+    setFrameSize(Size{frame().width(), small_ ? 17.0 : 21.0});
+}
 
 } // namespace vexto

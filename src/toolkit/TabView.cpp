@@ -27,8 +27,9 @@ TabViewItem* TabView::tabViewItemAtIndex(int index) const
 
 int TabView::indexOfTabViewItemWithIdentifier(std::string_view identifier) const
 {
-    const auto found = std::find_if(items_.begin(), items_.end(),
-                                    [&](const auto& item) { return item->identifier() == identifier; });
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& item) {
+        return item->identifier() == identifier;
+    });
     return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
 }
 

@@ -13,8 +13,7 @@ class TabViewItem {
 public:
     TabViewItem(std::string identifier, std::string label, std::shared_ptr<View> view)
         : identifier_(std::move(identifier)), label_(std::move(label)), view_(std::move(view))
-    {
-    }
+    {}
 
     const std::string& identifier() const { return identifier_; }
     const std::string& label() const { return label_; }

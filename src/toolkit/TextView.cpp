@@ -14,7 +14,10 @@ void TextView::setString(std::string text)
     notify(ViewChange::Value);
 }
 
-std::size_t TextView::length() const { return TextEncoding::utf16FromUtf8(text_).size(); }
+std::size_t TextView::length() const
+{
+    return TextEncoding::utf16FromUtf8(text_).size();
+}
 
 void TextView::setSelectedRange(TextRange range)
 {
@@ -28,7 +31,10 @@ void TextView::setSelectedRange(TextRange range)
     notify(ViewChange::Selection);
 }
 
-void TextView::selectAll() { setSelectedRange(selectionRangeForProposedRange(TextRange{0, length()})); }
+void TextView::selectAll()
+{
+    setSelectedRange(selectionRangeForProposedRange(TextRange{0, length()}));
+}
 
 void TextView::setFont(Font font)
 {

@@ -11,8 +11,7 @@ class TrackingArea {
 public:
     TrackingArea(Rect rect, View* owner, int userInfo = 0)
         : rect_(rect), owner_(owner), userInfo_(userInfo)
-    {
-    }
+    {}
 
     Rect rect() const { return rect_; }
     View* owner() const { return owner_; }

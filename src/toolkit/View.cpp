@@ -23,8 +23,8 @@ AxisShares distribute(double delta, bool flexibleBefore, bool flexibleLength, bo
     if (count == 0 || delta == 0) {
         return {};
     }
-    const double total = (flexibleBefore ? before : 0) + (flexibleLength ? length : 0) +
-                         (flexibleAfter ? after : 0);
+    const double total =
+        (flexibleBefore ? before : 0) + (flexibleLength ? length : 0) + (flexibleAfter ? after : 0);
     const auto share = [&](bool flexible, double part) {
         if (!flexible) {
             return 0.0;

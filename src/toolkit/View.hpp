@@ -96,7 +96,10 @@ public:
     // --- tracking areas ---
     void addTrackingArea(std::shared_ptr<TrackingArea> area);
     void removeTrackingArea(const TrackingArea* area);
-    const std::vector<std::shared_ptr<TrackingArea>>& trackingAreas() const { return trackingAreas_; }
+    const std::vector<std::shared_ptr<TrackingArea>>& trackingAreas() const
+    {
+        return trackingAreas_;
+    }
     virtual void updateTrackingAreas() {}
 
     // --- events and the responder chain ---

@@ -7,10 +7,10 @@ enum class ViewChange {
     Frame,
     Hidden,
     Subviews,
-    Display,   // needs redrawing
+    Display, // needs redrawing
     ToolTip,
     Enabled,
-    Value,     // state, value, text or colour
+    Value, // state, value, text or colour
     Title,
     Items,     // menu items or tab items
     Selection, // selected item or tab

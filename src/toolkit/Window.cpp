@@ -121,11 +121,20 @@ void Window::makeKeyAndOrderFront()
     Application::shared().setMainWindow(this);
 }
 
-bool Window::isKeyWindow() const { return Application::shared().keyWindow() == this; }
+bool Window::isKeyWindow() const
+{
+    return Application::shared().keyWindow() == this;
+}
 
-bool Window::isMainWindow() const { return Application::shared().mainWindow() == this; }
+bool Window::isMainWindow() const
+{
+    return Application::shared().mainWindow() == this;
+}
 
-void Window::makeMainWindow() { Application::shared().setMainWindow(this); }
+void Window::makeMainWindow()
+{
+    Application::shared().setMainWindow(this);
+}
 
 bool Window::makeFirstResponder(View* view)
 {
@@ -243,8 +252,9 @@ void Window::routeMouseMove(const Event& event)
                 continue;
             }
             area->setMouseInside(inside);
-            Event crossing = Event::mouse(inside ? Event::Type::MouseEntered : Event::Type::MouseExited,
-                                          event.locationInWindow());
+            Event crossing =
+                Event::mouse(inside ? Event::Type::MouseEntered : Event::Type::MouseExited,
+                             event.locationInWindow());
             crossing.setWindow(this);
             crossing.setTrackingArea(area.get());
             if (inside) {

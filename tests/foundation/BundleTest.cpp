@@ -1,6 +1,6 @@
-#include "TestSupport.hpp"
-
 #include "foundation/Bundle.hpp"
+
+#include "TestSupport.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Localization.hpp"
 #include "foundation/StringsTable.hpp"
@@ -74,7 +74,8 @@ TEST(LocalizationTest, PrefersTheLocalesLanguageThenEnglish)
     using Folders = std::vector<std::string>;
     EXPECT_EQ(Localization::localizationFoldersForLocale("de_DE.UTF-8@euro"),
               (Folders{"de_DE.lproj", "de-DE.lproj", "de.lproj", "en.lproj", "English.lproj"}));
-    EXPECT_EQ(Localization::localizationFoldersForLocale("C"), (Folders{"en.lproj", "English.lproj"}));
+    EXPECT_EQ(Localization::localizationFoldersForLocale("C"),
+              (Folders{"en.lproj", "English.lproj"}));
     EXPECT_EQ(Localization::localizationFoldersForLocale("en_GB"),
               (Folders{"en_GB.lproj", "en-GB.lproj", "en.lproj", "English.lproj"}));
 }
@@ -99,8 +100,11 @@ protected:
     {
         test::writeText(folder_.file("Vexto.prefPane/Contents/Info.plist"),
                         "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
-                        "<key>CFBundleShortVersionString</key><string>" + version + "</string>"
-                        "<key>CFBundleVersion</key><string>" + build + "</string></dict></plist>");
+                        "<key>CFBundleShortVersionString</key><string>" +
+                            version +
+                            "</string>"
+                            "<key>CFBundleVersion</key><string>" +
+                            build + "</string></dict></plist>");
     }
 
     test::TemporaryFolder folder_;

@@ -1,6 +1,6 @@
-#include "TestSupport.hpp"
-
 #include "foundation/DictionaryExtensions.hpp"
+
+#include "TestSupport.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/StringExtensions.hpp"
@@ -55,9 +55,10 @@ TEST(DictionaryExtensionsTest, ArchivedColoursRoundTripAndOtherValuesDoNotUnarch
 
 TEST(DictionaryExtensionsTest, DeepCopyIsAnEqualIndependentDictionary)
 {
-    const PlistDictionary original{{"Application Exceptions", PlistArray{"Finder", "Mail"}},
-                                   {"Cycle All Windows", PlistDictionary{{"Forward", PlistDictionary{{"Key Code", "48"}}}}},
-                                   {"Timeout", 0.2f}};
+    const PlistDictionary original{
+        {"Application Exceptions", PlistArray{"Finder", "Mail"}},
+        {"Cycle All Windows", PlistDictionary{{"Forward", PlistDictionary{{"Key Code", "48"}}}}},
+        {"Timeout", 0.2f}};
     auto copy = deepMutableAutoreleasedCopy(original);
     ASSERT_TRUE(copy);
     EXPECT_EQ(*copy, original);
@@ -69,7 +70,8 @@ TEST(DictionaryExtensionsTest, ReadsDictionaryFilesOnly)
 {
     test::TemporaryFolder folder;
     test::writeText(folder.file("dict.plist"),
-                    "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key><integer>1</integer></dict></plist>");
+                    "<?xml version=\"1.0\"?><plist "
+                    "version=\"1.0\"><dict><key>a</key><integer>1</integer></dict></plist>");
     test::writeText(folder.file("array.plist"),
                     "<?xml version=\"1.0\"?><plist version=\"1.0\"><array/></plist>");
     test::writeText(folder.file("text.plist"), "hello");

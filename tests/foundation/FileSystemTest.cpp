@@ -1,6 +1,6 @@
-#include "TestSupport.hpp"
-
 #include "foundation/FileSystem.hpp"
+
+#include "TestSupport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "TestSupport.hpp"
-
 #include "foundation/PropertyListCodec.hpp"
+
+#include "TestSupport.hpp"
 
 #include <gtest/gtest.h>
 
@@ -87,7 +87,9 @@ TEST(PropertyListCodecTest, SortsKeysByUtf16CodeUnitsAsThePlatformDoes)
     PlistDictionary keys{{"\uFF21", 1}, {"\U0001F600", 2}, {"b", 3}, {"B", 4}};
     const auto xml = PropertyListCodec::xmlFrom(keys);
     ASSERT_TRUE(xml);
-    const auto at = [&](std::string_view key) { return xml->find("<key>" + std::string(key)); };
+    const auto at = [&](std::string_view key) {
+        return xml->find("<key>" + std::string(key));
+    };
     EXPECT_LT(at("B"), at("b"));
     EXPECT_LT(at("b"), at("\U0001F600"));
     EXPECT_LT(at("\U0001F600"), at("\uFF21"));
@@ -96,7 +98,8 @@ TEST(PropertyListCodecTest, SortsKeysByUtf16CodeUnitsAsThePlatformDoes)
 
 TEST(PropertyListCodecTest, AcceptsAnyRootAndReportsUnusableInput)
 {
-    EXPECT_TRUE(readXml(std::string(header) + "<array><string>a</string></array></plist>").isArray());
+    EXPECT_TRUE(
+        readXml(std::string(header) + "<array><string>a</string></array></plist>").isArray());
     const std::string_view broken[] = {
         "",
         "not a property list at all",

@@ -16,7 +16,8 @@ class TemporaryFolder {
 public:
     TemporaryFolder()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "vexto-test-XXXXXX").string();
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "vexto-test-XXXXXX").string();
         path_ = ::mkdtemp(pattern.data()) != nullptr ? pattern : std::string();
     }
     ~TemporaryFolder()

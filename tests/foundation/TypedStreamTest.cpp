@@ -1,5 +1,4 @@
 #include "TestSupport.hpp"
-
 #include "foundation/TypedStreamArchiver.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 
@@ -18,7 +17,8 @@ Bytes seq(std::initializer_list<std::string_view> parts)
 {
     Bytes out;
     for (std::string_view part : parts) {
-        const Bytes bytes = part.starts_with('\'') ? test::bytesOf(part.substr(1)) : test::hexBytes(part);
+        const Bytes bytes =
+            part.starts_with('\'') ? test::bytesOf(part.substr(1)) : test::hexBytes(part);
         out.insert(out.end(), bytes.begin(), bytes.end());
     }
     return out;
@@ -48,8 +48,7 @@ struct KnownArchive {
 std::vector<KnownArchive> knownArchives()
 {
     return {
-        {"calibrated rgb sample",
-         Color::calibratedRGB(0.96862745f, 0.29019609f, 0.24313726f, 1.0f),
+        {"calibrated rgb sample", Color::calibratedRGB(0.96862745f, 0.29019609f, 0.24313726f, 1.0f),
          rootColor({"84 01 63 01 84 04 66 66 66 66", "83 f8 f7 77 3f 83 95 94 94 3e",
                     "83 f9 f8 78 3e 01 86"})},
         {"red", Color::calibratedRGB(1, 0, 0, 1),
@@ -59,8 +58,8 @@ std::vector<KnownArchive> knownArchives()
         {"catalog",
          Color::catalog("System", "controlColor",
                         std::make_shared<Color>(Color::calibratedWhite(2.0f / 3.0f, 1))),
-         rootColor({"84 01 63 06 84 03 40 40 40", "84 84 84 08", "'NSString",
-                    "01 94 84 01 2b 06", "'System", "86 84 96 98 0c", "'controlColor",
+         rootColor({"84 01 63 06 84 03 40 40 40", "84 84 84 08", "'NSString", "01 94 84 01 2b 06",
+                    "'System", "86 84 96 98 0c", "'controlColor",
                     "86 84 93 95 03 84 02 66 66 83 ab aa 2a 3f 01 86 86"})},
     };
 }
@@ -84,8 +83,9 @@ TEST(TypedStreamTest, ReadsThePlatformsColourArchives)
 
 TEST(TypedStreamTest, WritesAndReadsStrings)
 {
-    const Bytes hello = seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 84 84 84 08", "'NSString",
-                             "01 84 84 08", "'NSObject", "00 85 84 01 2b 0c", "'Hello, world", "86"});
+    const Bytes hello =
+        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 84 84 84 08", "'NSString", "01 84 84 08",
+             "'NSObject", "00 85 84 01 2b 0c", "'Hello, world", "86"});
     EXPECT_EQ(TypedStreamArchiver::archivedDataWithRootObject(std::string("Hello, world")), hello);
     EXPECT_EQ(TypedStreamUnarchiver::unarchiveObjectWithData(hello),
               ArchivedObject(std::string("Hello, world")));
@@ -112,14 +112,15 @@ TEST(TypedStreamTest, EveryColourSpaceAndAwkwardComponentRoundTrips)
 {
     const Color colors[] = {
         Color::deviceRGB(0.1f, -0.5f, 2.0f, 0.25f),
-        Color::deviceWhite(40000.0f, 1),            // integral beyond 16 bits
-        Color::calibratedWhite(-110.0f, 127.0f),    // the edges of the one-byte form
-        Color::calibratedWhite(-111.0f, 128.0f),    // just past them
+        Color::deviceWhite(40000.0f, 1),             // integral beyond 16 bits
+        Color::calibratedWhite(-110.0f, 127.0f),     // the edges of the one-byte form
+        Color::calibratedWhite(-111.0f, 128.0f),     // just past them
         Color::calibratedWhite(3e9f, 2147483648.0f), // integral beyond 32 bits
         Color::deviceCMYK(0.1f, 0.2f, 0.3f, 0.4f, 0.5f),
         Color::calibratedRGB(INFINITY, 0, 0, 1),
         Color::catalog("System", "controlColor", nullptr),
-        Color::catalog("Apple", "x", std::make_shared<Color>(Color::alternateSelectedControlColor())),
+        Color::catalog("Apple", "x",
+                       std::make_shared<Color>(Color::alternateSelectedControlColor())),
     };
     for (const Color& color : colors) {
         const Bytes archive = TypedStreamArchiver::archivedDataWithRootObject(color);
@@ -145,16 +146,16 @@ TEST(TypedStreamTest, MalformedArchivesReadAsNone)
         }
     }
     const Bytes refused[] = {
-        seq({"03 0b", "'streamtyped", "81 e8 03 84 01 40 85"}),     // old streamer version
-        seq({"04 0b", "'streamtypee", "81 e8 03 84 01 40 85"}),     // unknown signature
-        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 85"}),     // nil root
-        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 99"}),     // reference to nothing
-        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 8a"}),     // reserved tag
-        rootColor({"84 01 63 07 84 02 66 66 00 00 86"}),              // unknown colour kind
-        rootColor({"84 01 63 03 84 01 66 00 86"}),                    // wrong component group
-        rootColor({"84 01 63 03 84 02 66 66 00 00"}),                 // no end of object
-        rootColor({"84 01 63 06 84 03 40 40 40 92 92 92 86"}),        // catalog naming itself
-        rootColor({"84 01 63 06 84 03 40 40 40 93 93 85 86"}),        // a class as a name
+        seq({"03 0b", "'streamtyped", "81 e8 03 84 01 40 85"}), // old streamer version
+        seq({"04 0b", "'streamtypee", "81 e8 03 84 01 40 85"}), // unknown signature
+        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 85"}), // nil root
+        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 99"}), // reference to nothing
+        seq({"04 0b", "'streamtyped", "81 e8 03 84 01 40 8a"}), // reserved tag
+        rootColor({"84 01 63 07 84 02 66 66 00 00 86"}),        // unknown colour kind
+        rootColor({"84 01 63 03 84 01 66 00 86"}),              // wrong component group
+        rootColor({"84 01 63 03 84 02 66 66 00 00"}),           // no end of object
+        rootColor({"84 01 63 06 84 03 40 40 40 92 92 92 86"}),  // catalog naming itself
+        rootColor({"84 01 63 06 84 03 40 40 40 93 93 85 86"}),  // a class as a name
         rootColor({"84 01 63 03 84 02 66 66 00 00 86"}) /* ok */,
     };
     for (std::size_t i = 0; i + 1 < std::size(refused); ++i) {

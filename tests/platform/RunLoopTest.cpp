@@ -65,12 +65,14 @@ TEST(FakeRunLoopTest, CancellingMatchesTargetSelectorAndArgument)
     int pane = 0;
     int other = 0;
     // Scheduled with no argument; withdrawn naming the pane as argument: the request survives.
-    loop.performAfterDelay(&pane, "saveSettingsAfterDelay", {}, 0.5, allModes, r.note(loop, "save"));
+    loop.performAfterDelay(&pane, "saveSettingsAfterDelay", {}, 0.5, allModes,
+                           r.note(loop, "save"));
     loop.cancelPreviousPerformRequests(&pane, "saveSettingsAfterDelay", PerformArgument(&pane));
     // Values compare by value; other targets and selectors are left alone.
     loop.performAfterDelay(&pane, "refresh", PlistValue("x"), 0.5, allModes, r.note(loop, "x"));
     loop.performAfterDelay(&pane, "refresh", PlistValue("y"), 0.5, allModes, r.note(loop, "y"));
-    loop.performAfterDelay(&other, "refresh", PlistValue("x"), 0.5, allModes, r.note(loop, "other"));
+    loop.performAfterDelay(&other, "refresh", PlistValue("x"), 0.5, allModes,
+                           r.note(loop, "other"));
     loop.cancelPreviousPerformRequests(&pane, "refresh", PlistValue(std::string("x")));
     loop.advance(1.0);
     EXPECT_EQ(r.fired, (std::vector<std::string>{"save", "y", "other"}));

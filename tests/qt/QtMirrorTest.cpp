@@ -18,7 +18,6 @@
 #include <QSlider>
 #include <QTabWidget>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -38,12 +37,17 @@ public:
     {
         const Rect b = bounds();
         canvas.fillRect(Rect(0, 0, b.width(), b.height() / 2), Color::calibratedRGB(1, 0, 0, 1));
-        canvas.fillRect(Rect(0, b.height() / 2, b.width(), b.height() / 2), Color::calibratedRGB(0, 0, 1, 1));
-        canvas.fill(BezierPath::roundedRect(b.insetBy(20, 20), 6, 6), Color::calibratedWhite(1, 0.5f));
-        canvas.drawText("Vexto", b.insetBy(10, 10), Font::systemFontOfSize(13), Color::calibratedWhite(0, 1),
-                        TextAlignment::Center);
+        canvas.fillRect(Rect(0, b.height() / 2, b.width(), b.height() / 2),
+                        Color::calibratedRGB(0, 0, 1, 1));
+        canvas.fill(BezierPath::roundedRect(b.insetBy(20, 20), 6, 6),
+                    Color::calibratedWhite(1, 0.5f));
+        canvas.drawText("Vexto", b.insetBy(10, 10), Font::systemFontOfSize(13),
+                        Color::calibratedWhite(0, 1), TextAlignment::Center);
     }
-    void mouseDown(const Event& event) override { clicks.push_back(convertPointFromView(event.locationInWindow(), nullptr)); }
+    void mouseDown(const Event& event) override
+    {
+        clicks.push_back(convertPointFromView(event.locationInWindow(), nullptr));
+    }
     std::vector<Point> clicks;
 };
 
@@ -53,7 +57,8 @@ struct Actions : ActionTable {
     {
         for (const char* selector : {"toggle:", "choose:", "slide:"}) {
             on(selector, [this, selector](const ActionSender& sender) {
-                log.push_back(std::string(selector) + " " + std::to_string(static_cast<Control*>(sender.view())->intValue()));
+                log.push_back(std::string(selector) + " " +
+                              std::to_string(static_cast<Control*>(sender.view())->intValue()));
             });
         }
     }
@@ -61,7 +66,10 @@ struct Actions : ActionTable {
 
 struct TabLog : TabViewDelegate {
     std::vector<std::string> selected;
-    void didSelectTabViewItem(TabView&, TabViewItem& item) override { selected.push_back(item.identifier()); }
+    void didSelectTabViewItem(TabView&, TabViewItem& item) override
+    {
+        selected.push_back(item.identifier());
+    }
 };
 
 struct TextLog : TextFieldDelegate {
@@ -120,8 +128,7 @@ protected:
         mirror = std::make_unique<QtWindowMirror>(window);
     }
 
-    template <typename W>
-    W* widgetOf(const View& view)
+    template <typename W> W* widgetOf(const View& view)
     {
         QtViewMirror* m = mirror->mirrorOf(&view);
         return m != nullptr ? qobject_cast<W*>(m->widget()) : nullptr;
@@ -152,7 +159,8 @@ TEST_F(QtMirrorTest, ClickingTheQtCheckBoxRunsTheModelsClickAndShowsItsStates)
         shown.push_back(qtBox->checkState());
     }
     EXPECT_EQ(actions.log, (std::vector<std::string>{"toggle: -1", "toggle: 1", "toggle: 0"}));
-    EXPECT_EQ(shown, (std::vector<Qt::CheckState>{Qt::PartiallyChecked, Qt::Checked, Qt::Unchecked}));
+    EXPECT_EQ(shown,
+              (std::vector<Qt::CheckState>{Qt::PartiallyChecked, Qt::Checked, Qt::Unchecked}));
 
     box->setState(Button::mixedState);
     box->setEnabled(false);

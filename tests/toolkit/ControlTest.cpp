@@ -71,9 +71,8 @@ TEST(ButtonTest, AClickSendsTheActionAfterTheStateChangesAndNotWhileDisabled)
     box.setTarget(&pane);
     box.setAction("toggleBooleanSetting:");
     int stateSeen = -2;
-    pane.on("toggleBooleanSetting:", [&](const ActionSender& sender) {
-        stateSeen = sender.viewAs<Button>()->state();
-    });
+    pane.on("toggleBooleanSetting:",
+            [&](const ActionSender& sender) { stateSeen = sender.viewAs<Button>()->state(); });
     box.performClick();
     EXPECT_EQ(stateSeen, Button::onState);
     box.setEnabled(false);
@@ -216,7 +215,10 @@ TEST(TextFieldTest, EditingTellsTheDelegateAfterTheTextChanged)
 {
     struct Delegate : TextFieldDelegate {
         std::vector<std::string> seen;
-        void controlTextDidChange(TextField& field) override { seen.push_back(field.stringValue()); }
+        void controlTextDidChange(TextField& field) override
+        {
+            seen.push_back(field.stringValue());
+        }
     } delegate;
     TextField field;
     field.setEditable(true);

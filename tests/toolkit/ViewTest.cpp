@@ -1,6 +1,7 @@
+#include "toolkit/View.hpp"
+
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
-#include "toolkit/View.hpp"
 #include "toolkit/Window.hpp"
 
 #include <gtest/gtest.h>
@@ -82,7 +83,10 @@ TEST(TabViewTest, TheSelectedTabsViewIsTheOnlySubviewAndTheDelegateHears)
 {
     struct Delegate : TabViewDelegate {
         std::vector<std::string> selected;
-        void didSelectTabViewItem(TabView&, TabViewItem& item) override { selected.push_back(item.identifier()); }
+        void didSelectTabViewItem(TabView&, TabViewItem& item) override
+        {
+            selected.push_back(item.identifier());
+        }
     } delegate;
     TabView tabs(Rect(0, 0, 668, 400));
     auto triggers = std::make_shared<View>();

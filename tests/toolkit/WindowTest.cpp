@@ -1,7 +1,8 @@
+#include "toolkit/Window.hpp"
+
 #include "toolkit/Application.hpp"
 #include "toolkit/NotificationCenter.hpp"
 #include "toolkit/TextView.hpp"
-#include "toolkit/Window.hpp"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +32,10 @@ public:
         log.push_back("resign");
         return !refuseResign;
     }
-    void keyDown(const Event& event) override { log.push_back("key " + std::to_string(event.keyCode())); }
+    void keyDown(const Event& event) override
+    {
+        log.push_back("key " + std::to_string(event.keyCode()));
+    }
     bool performKeyEquivalent(const Event& event) override
     {
         if (isFirstResponder()) {
@@ -40,7 +44,10 @@ public:
         }
         return false;
     }
-    void mouseEntered(const Event& event) override { log.push_back("entered " + std::to_string(event.trackingArea()->userInfo())); }
+    void mouseEntered(const Event& event) override
+    {
+        log.push_back("entered " + std::to_string(event.trackingArea()->userInfo()));
+    }
     void mouseExited(const Event&) override { log.push_back("exited"); }
 };
 
@@ -97,7 +104,8 @@ TEST_F(WindowTest, TabMovesTheFocusAlongTheKeyViewsUnlessAViewKeepsIt)
     EXPECT_EQ(window.firstResponder(), first.get());
     window.makeFirstResponder(text.get());
     window.sendEvent(Event::key(Event::Type::KeyDown, 48, 0, "\t", "\t"));
-    EXPECT_EQ(window.firstResponder(), first.get()) << "a text view that is not editable passes Tab on";
+    EXPECT_EQ(window.firstResponder(), first.get())
+        << "a text view that is not editable passes Tab on";
 }
 
 TEST_F(WindowTest, ClicksFocusTheViewUnderTheMouse)
@@ -128,8 +136,8 @@ TEST_F(WindowTest, TrackingLoopsTakeQueuedEventsByMask)
     window.postEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{2, 2}));
     window.postEvent(Event::mouse(Event::Type::LeftMouseUp, Point{3, 3}));
     window.postEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{0, 0}), true);
-    const std::uint64_t mask = Event::maskFor(Event::Type::LeftMouseDragged) |
-                               Event::maskFor(Event::Type::LeftMouseUp);
+    const std::uint64_t mask =
+        Event::maskFor(Event::Type::LeftMouseDragged) | Event::maskFor(Event::Type::LeftMouseUp);
     std::vector<double> xs;
     while (auto event = window.nextEventMatchingMask(mask)) {
         xs.push_back(event->locationInWindow().x);
@@ -144,10 +152,12 @@ TEST_F(WindowTest, MainAndKeyChangesArePostedForEachWindow)
     std::vector<std::string> heard;
     const int observer = 0;
     auto& center = NotificationCenter::defaultCenter();
-    for (const char* name : {Window::didBecomeMainNotification, Window::didResignMainNotification}) {
-        center.addObserver(&observer, name, nullptr, [&](const NotificationCenter::Notification& n) {
-            heard.push_back(n.name + (n.object == &window ? " first" : " second"));
-        });
+    for (const char* name :
+         {Window::didBecomeMainNotification, Window::didResignMainNotification}) {
+        center.addObserver(
+            &observer, name, nullptr, [&](const NotificationCenter::Notification& n) {
+                heard.push_back(n.name + (n.object == &window ? " first" : " second"));
+            });
     }
     Window other(Rect(0, 0, 100, 100));
     window.makeKeyAndOrderFront();

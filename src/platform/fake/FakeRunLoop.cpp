@@ -4,22 +4,6 @@
 
 namespace vexto {
 
-void FakeRunLoop::performAfterDelay(const void* target, std::string selector,
-                                    PerformArgument argument, double delay, RunLoopModes modes,
-                                    std::function<void()> action)
-{
-    queue_.add(target, std::move(selector), std::move(argument), now_ + std::max(delay, 0.0),
-               modes, std::move(action));
-}
-
-void FakeRunLoop::cancelPreviousPerformRequests(const void* target, std::string_view selector,
-                                                const PerformArgument& argument)
-{
-    queue_.cancel(target, selector, argument);
-}
-
-void FakeRunLoop::cancelPreviousPerformRequests(const void* target) { queue_.cancel(target); }
-
 void FakeRunLoop::sleep(double seconds)
 {
     now_ += std::max(seconds, 0.0);

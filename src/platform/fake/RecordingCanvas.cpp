@@ -59,7 +59,10 @@ void RecordingCanvas::fill(const BezierPath& path, const Color& color)
     operations_.push_back("fill " + describe(path) + " " + describe(color));
 }
 
-void RecordingCanvas::clip(const BezierPath& path) { operations_.push_back("clip " + describe(path)); }
+void RecordingCanvas::clip(const BezierPath& path)
+{
+    operations_.push_back("clip " + describe(path));
+}
 
 void RecordingCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, double angle)
 {
@@ -74,8 +77,8 @@ void RecordingCanvas::setShadow(const std::optional<Shadow>& shadow)
         return;
     }
     operations_.push_back("shadow offset=" + describe(shadow->offset.width) + "," +
-                          describe(shadow->offset.height) + " blur=" + describe(shadow->blurRadius) +
-                          " " + describe(shadow->color));
+                          describe(shadow->offset.height) +
+                          " blur=" + describe(shadow->blurRadius) + " " + describe(shadow->color));
 }
 
 void RecordingCanvas::beginTransparencyLayer(Rect rect)
@@ -83,10 +86,13 @@ void RecordingCanvas::beginTransparencyLayer(Rect rect)
     operations_.push_back("begin layer " + describe(rect));
 }
 
-void RecordingCanvas::endTransparencyLayer() { operations_.push_back("end layer"); }
+void RecordingCanvas::endTransparencyLayer()
+{
+    operations_.push_back("end layer");
+}
 
-void RecordingCanvas::drawImage(const Image& image, Rect destination, CompositingOperation operation,
-                                float fraction)
+void RecordingCanvas::drawImage(const Image& image, Rect destination,
+                                CompositingOperation operation, float fraction)
 {
     static constexpr const char* names[] = {"source-over", "source-atop", "destination-in"};
     operations_.push_back("image " + describe(image.size().width) + "x" +
@@ -97,8 +103,9 @@ void RecordingCanvas::drawImage(const Image& image, Rect destination, Compositin
 void RecordingCanvas::drawText(const std::string& text, Rect rect, const Font& font,
                                const Color& color, TextAlignment)
 {
-    operations_.push_back("text \"" + text + "\" in " + describe(rect) + " font=" + font.fontName() +
-                          " " + describe(font.pointSize()) + " " + describe(color));
+    operations_.push_back("text \"" + text + "\" in " + describe(rect) +
+                          " font=" + font.fontName() + " " + describe(font.pointSize()) + " " +
+                          describe(color));
 }
 
 } // namespace vexto

@@ -14,22 +14,6 @@ double PollRunLoop::now() const
     return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) / 1e9;
 }
 
-void PollRunLoop::performAfterDelay(const void* target, std::string selector,
-                                    PerformArgument argument, double delay, RunLoopModes modes,
-                                    std::function<void()> action)
-{
-    queue_.add(target, std::move(selector), std::move(argument), now() + std::max(delay, 0.0),
-               modes, std::move(action));
-}
-
-void PollRunLoop::cancelPreviousPerformRequests(const void* target, std::string_view selector,
-                                                const PerformArgument& argument)
-{
-    queue_.cancel(target, selector, argument);
-}
-
-void PollRunLoop::cancelPreviousPerformRequests(const void* target) { queue_.cancel(target); }
-
 void PollRunLoop::sleep(double seconds)
 {
     if (seconds <= 0) {
