@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+// The product's own names, addresses and file names.
+namespace vexto::product {
+
+// Prefixes every distributed notification exchanged with the daemon.
+inline constexpr std::string_view bundleIdentifier = "app.vexto.preferences";
+inline constexpr std::string_view supportEmailAddress = "support@vexto.app";
+inline constexpr std::string_view homePageAddress = "https://vexto.app/";
+
+inline constexpr std::string_view applicationSupportFolder = "~/Library/Application Support";
+inline constexpr std::string_view productFolderName = "Vexto";
+inline constexpr std::string_view layoutsFolderName = "Layouts";
+inline constexpr std::string_view settingsFileName = "Settings.plist";
+inline constexpr std::string_view defaultSettingsFileName = "KRVXDefaultSettings.plist";
+
+} // namespace vexto::product

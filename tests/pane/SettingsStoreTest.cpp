@@ -1,0 +1,260 @@
+#include "pane/SettingsStore.hpp"
+
+#include "../foundation/TestSupport.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/HomeDirectory.hpp"
+#include "foundation/PropertyListCodec.hpp"
+#include "pane/SettingKeys.hpp"
+#include "platform/fake/FakeRunLoop.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace vexto {
+namespace {
+
+namespace keys = settingkeys;
+
+const PlistDictionary shippedDefaults{{std::string(keys::panelDelay), 200},
+                                      {std::string(keys::showPreviews), true},
+                                      {std::string(keys::applicationExceptions), PlistArray{}}};
+
+class SettingsStoreTest : public ::testing::Test {
+protected:
+    SettingsStoreTest()
+    {
+        HomeDirectory::setOverride(home.path());
+        writeDefaults(shippedDefaults);
+    }
+    ~SettingsStoreTest() override { HomeDirectory::clearOverride(); }
+
+    void writeDefaults(const PlistDictionary& defaults)
+    {
+        test::writeText(defaultsPath, *PropertyListCodec::xmlFrom(defaults));
+    }
+
+    std::unique_ptr<SettingsStore> makeStore()
+    {
+        SettingsStore::Hooks hooks;
+        hooks.didSave = [this] {
+            saveTimes.push_back(loop.now());
+        };
+        hooks.localized = [](std::string_view text) {
+            return "[" + std::string(text) + "]";
+        };
+        hooks.runAlert = [this](const AlertRequest& alert) {
+            alerts.push_back(alert);
+        };
+        return std::make_unique<SettingsStore>(loop, defaultsPath, hooks);
+    }
+
+    std::string settingsFile() const
+    {
+        return home.file("Library/Application Support/Vexto/Settings.plist");
+    }
+    std::string fileText() const { return test::readText(settingsFile()); }
+    void writeSettingsFile(std::string_view text)
+    {
+        std::filesystem::create_directories(home.file("Library/Application Support/Vexto"));
+        test::writeText(settingsFile(), text);
+    }
+
+    test::TemporaryFolder home;
+    test::TemporaryFolder bundle;
+    std::string defaultsPath = bundle.file("KRVXDefaultSettings.plist");
+    FakeRunLoop loop;
+    std::vector<double> saveTimes;
+    std::vector<AlertRequest> alerts;
+};
+
+TEST_F(SettingsStoreTest, FirstRunCreatesTheFoldersAndWritesTheDefaultsOnce)
+{
+    auto store = makeStore();
+    EXPECT_EQ(store->settings(), shippedDefaults);
+    EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults));
+    EXPECT_EQ(saveTimes.size(), 1u) << "the daemon hears of the new file once";
+    EXPECT_EQ(store->userDefinedLayoutsPath(),
+              home.file("Library/Application Support/Vexto/Layouts"));
+    EXPECT_TRUE(std::filesystem::is_directory(*store->userDefinedLayoutsPath()));
+    store->settings();
+    EXPECT_EQ(saveTimes.size(), 1u) << "loaded once, kept after that";
+}
+
+TEST_F(SettingsStoreTest, UnusableFilesAreReplacedByTheDefaults)
+{
+    for (std::string_view broken :
+         {"<?xml version=\"1.0\"?><plist version=\"1.0\"><array/></plist>",
+          "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key>", "not a property list",
+          ""}) {
+        writeSettingsFile(broken);
+        saveTimes.clear();
+        auto store = makeStore();
+        EXPECT_EQ(store->settings(), shippedDefaults) << broken;
+        EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults)) << broken;
+        EXPECT_EQ(saveTimes.size(), 1u);
+    }
+}
+
+TEST_F(SettingsStoreTest, ABinaryFileIsReadAsItIsAndWrittenBackAsXml)
+{
+    const PlistDictionary stored{{std::string(keys::panelDelay), 500}};
+    const auto binary = *PropertyListCodec::binaryFrom(stored);
+    writeSettingsFile(std::string(binary.begin(), binary.end()));
+    auto store = makeStore();
+    EXPECT_EQ(store->integerForSetting(keys::panelDelay, 0), 500);
+    EXPECT_TRUE(saveTimes.empty()) << "reading writes nothing";
+    store->setBool(true, keys::activateItem);
+    EXPECT_TRUE(fileText().starts_with("<?xml"));
+}
+
+TEST_F(SettingsStoreTest, WronglyTypedValuesGiveTheCallersDefaultAndStayInTheFile)
+{
+    writeSettingsFile("<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
+                      "<key>Panel Delay</key><data>AAEC</data>"
+                      "<key>Activate Item</key><array/>"
+                      "<key>Icon Mode</key><string>0</string></dict></plist>");
+    auto store = makeStore();
+    EXPECT_EQ(store->integerForSetting(keys::panelDelay, 200), 200);
+    EXPECT_TRUE(store->boolForSetting(keys::activateItem, true));
+    EXPECT_EQ(store->integerForSetting(keys::iconMode, 1), 0) << "numbers stored as strings answer";
+    EXPECT_FALSE(store->unarchivedValueForSetting(keys::panelDelay));
+    store->saveSettings();
+    EXPECT_NE(fileText().find("<key>Panel Delay</key>\n\t<data>"), std::string::npos);
+}
+
+TEST_F(SettingsStoreTest, NoneRemovesTheKeyAndANoneKeyDoesNothingAtAll)
+{
+    auto store = makeStore();
+    store->settings();
+    saveTimes.clear();
+    store->setValue(std::nullopt, keys::panelDelay);
+    EXPECT_FALSE(store->valueForSetting(keys::panelDelay));
+    EXPECT_EQ(fileText().find("Panel Delay"), std::string::npos);
+    EXPECT_EQ(saveTimes.size(), 1u);
+    store->setValue(PlistValue(3), std::nullopt, true);
+    EXPECT_EQ(saveTimes.size(), 1u) << "no save for a none key";
+    store->setValue(PlistValue(3), keys::iconMode, false);
+    EXPECT_EQ(fileText().find("Icon Mode"), std::string::npos) << "not saved when not asked";
+}
+
+TEST_F(SettingsStoreTest, EveryKeystrokeLeadsToItsOwnSaveHalfASecondLater)
+{
+    auto store = makeStore();
+    store->settings();
+    saveTimes.clear();
+    for (int keystroke = 0; keystroke < 5; ++keystroke) {
+        store->setValue(PlistValue(PlistArray{std::string(keystroke + 1, 'F')}),
+                        keys::applicationExceptions, false);
+        store->saveSettingsSoonAfterTimerReset(true);
+        loop.advance(0.2);
+    }
+    loop.advance(2.0);
+    ASSERT_EQ(saveTimes.size(), 5u) << "earlier requests are not withdrawn";
+    for (std::size_t i = 0; i < saveTimes.size(); ++i) {
+        EXPECT_NEAR(saveTimes[i], 0.5 + 0.2 * double(i), 1e-9);
+    }
+    EXPECT_NE(fileText().find("<string>FFFFF</string>"), std::string::npos);
+    EXPECT_FALSE(store->isSavingScheduled());
+}
+
+TEST_F(SettingsStoreTest, WithoutResetAPendingSaveStandsAndAnImmediateSaveLeavesItQueued)
+{
+    auto store = makeStore();
+    store->settings();
+    saveTimes.clear();
+    store->saveSettingsSoonAfterTimerReset(false);
+    loop.advance(0.3);
+    store->saveSettingsSoonAfterTimerReset(false);
+    EXPECT_TRUE(store->isSavingScheduled());
+    loop.advance(0.3);
+    EXPECT_EQ(saveTimes, (std::vector<double>{0.5}));
+
+    store->saveSettingsSoonAfterTimerReset(false);
+    store->setBool(true, keys::cancelItem);
+    EXPECT_FALSE(store->isSavingScheduled());
+    loop.advance(1.0);
+    EXPECT_EQ(saveTimes.size(), 3u) << "the immediate save, then the queued one still fires";
+}
+
+TEST_F(SettingsStoreTest, DelayedSavesFireWhileTrackingOrInAModalPanel)
+{
+    auto store = makeStore();
+    store->settings();
+    saveTimes.clear();
+    loop.setMode(RunLoopMode::EventTracking);
+    store->saveSettingsSoonAfterTimerReset(false);
+    loop.advance(0.5);
+    loop.setMode(RunLoopMode::ModalPanel);
+    store->saveSettingsSoonAfterTimerReset(false);
+    loop.advance(0.5);
+    EXPECT_EQ(saveTimes.size(), 2u);
+}
+
+TEST_F(SettingsStoreTest, RevertRewritesTheDefaultsOrWithoutThemEmptiesMemoryOnly)
+{
+    auto store = makeStore();
+    store->setValue(PlistValue(1000), keys::panelDelay);
+    saveTimes.clear();
+    EXPECT_EQ(store->revertedSettings(true), shippedDefaults);
+    EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults));
+    EXPECT_EQ(saveTimes.size(), 1u);
+
+    std::filesystem::remove(defaultsPath);
+    auto withoutDefaults = makeStore();
+    const std::string before = fileText();
+    saveTimes.clear();
+    EXPECT_TRUE(withoutDefaults->revertedSettings(true).empty());
+    EXPECT_EQ(fileText(), before);
+    EXPECT_TRUE(saveTimes.empty());
+}
+
+TEST_F(SettingsStoreTest, WithoutDefaultsAFirstRunStartsEmptyAndWritesNothing)
+{
+    std::filesystem::remove(defaultsPath);
+    auto store = makeStore();
+    EXPECT_TRUE(store->settings().empty());
+    EXPECT_FALSE(std::filesystem::exists(settingsFile()));
+    store->setBool(true, keys::activateItem);
+    EXPECT_TRUE(std::filesystem::exists(settingsFile()));
+}
+
+TEST_F(SettingsStoreTest, AnUnwritableSupportFolderRaisesTheAlertAndKeepsTheChange)
+{
+    std::filesystem::create_directories(home.file("Library"));
+    test::writeText(home.file("Library/Application Support"), "a file where the folder should be");
+    auto store = makeStore();
+    EXPECT_FALSE(store->applicationSupportPath());
+    EXPECT_FALSE(store->settingsPath());
+    EXPECT_FALSE(store->userDefinedLayoutsPath());
+    EXPECT_EQ(store->settings(), shippedDefaults) << "loading falls back to the defaults";
+    ASSERT_EQ(alerts.size(), 1u) << "writing them back failed";
+
+    EXPECT_FALSE(store->saveSettings());
+    store->setValue(PlistValue(0), keys::panelDelay);
+    EXPECT_EQ(store->integerForSetting(keys::panelDelay, 200), 0) << "the change stays in memory";
+    EXPECT_TRUE(saveTimes.empty()) << "the daemon is not told";
+    const AlertRequest& alert = alerts.back();
+    EXPECT_EQ(alert.title, "[Vexto - Fatal Error]");
+    EXPECT_EQ(alert.message,
+              "[Could not save settings. Please try again or send a brief bug report to "
+              "<support@vexto.app>. Thanks!]");
+    EXPECT_EQ(alert.defaultButton, "[OK]");
+    EXPECT_TRUE(alert.alternateButton.empty());
+}
+
+TEST_F(SettingsStoreTest, ColoursRoundTripThroughTheStoredArchive)
+{
+    auto store = makeStore();
+    archiveObject(store->settings(), Color::calibratedWhite(0.9f, 0.8f),
+                  keys::dockIndicatorBorderColor);
+    store->saveSettings();
+    auto reloaded = makeStore();
+    EXPECT_EQ(reloaded->unarchivedValueForSetting(keys::dockIndicatorBorderColor),
+              ArchivedObject(Color::calibratedWhite(0.9f, 0.8f)));
+}
+
+} // namespace
+} // namespace vexto
