@@ -1,0 +1,43 @@
+#include "platform/fake/FakeDistributedNotificationCenter.hpp"
+
+#include <algorithm>
+
+namespace vexto {
+
+void FakeDistributedNotificationCenter::post(const std::string& name,
+                                             const std::optional<std::string>& object)
+{
+    posted_.push_back({name, object});
+    deliver(name, object);
+}
+
+void FakeDistributedNotificationCenter::addObserver(const void* observer, const std::string& name,
+                                                    Handler handler, bool deliverImmediately)
+{
+    subscriptions_.push_back({observer, name, std::move(handler), deliverImmediately});
+}
+
+void FakeDistributedNotificationCenter::removeObserver(const void* observer)
+{
+    std::erase_if(subscriptions_, [&](const Subscription& s) { return s.observer == observer; });
+}
+
+void FakeDistributedNotificationCenter::deliver(const std::string& name,
+                                                const std::optional<std::string>& object)
+{
+    const auto snapshot = subscriptions_; // handlers may subscribe or unsubscribe
+    for (const Subscription& subscription : snapshot) {
+        if (subscription.name == name) {
+            subscription.handler(name, object);
+        }
+    }
+}
+
+std::size_t FakeDistributedNotificationCenter::observerCount(const std::string& name) const
+{
+    return static_cast<std::size_t>(
+        std::count_if(subscriptions_.begin(), subscriptions_.end(),
+                      [&](const Subscription& s) { return s.name == name; }));
+}
+
+} // namespace vexto
