@@ -121,6 +121,11 @@ void Window::makeKeyAndOrderFront()
     Application::shared().setMainWindow(this);
 }
 
+void Window::makeKeyWindow()
+{
+    Application::shared().setKeyWindow(this);
+}
+
 bool Window::isKeyWindow() const
 {
     return Application::shared().keyWindow() == this;

@@ -49,6 +49,7 @@ public:
     void orderFront();
     void orderOut();
     void makeKeyAndOrderFront();
+    void makeKeyWindow();
     bool isKeyWindow() const;
     bool isMainWindow() const;
     void makeMainWindow();

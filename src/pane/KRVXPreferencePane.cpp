@@ -1,0 +1,342 @@
+#include "pane/KRVXPreferencePane.hpp"
+
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/FileSystem.hpp"
+#include "foundation/HomeDirectory.hpp"
+#include "foundation/Log.hpp"
+#include "pane/PaneInterfaceBuilder.hpp"
+#include "pane/ProductInfo.hpp"
+#include "pane/SettingKeys.hpp"
+#include "pane/SystemVersionChecks.hpp"
+#include "platform/DistributedNotificationCenter.hpp"
+#include "platform/HelpViewer.hpp"
+#include "platform/RunLoop.hpp"
+#include "platform/Workspace.hpp"
+#include "platform/WorkspaceNotificationCenter.hpp"
+#include "system/DaemonNotifications.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorPanel.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+#include "toolkit/Window.hpp"
+#include "widgets/ViewLayout.hpp"
+
+#include <cmath>
+
+namespace vexto {
+
+namespace {
+
+constexpr const char* daemonBundleName = "vextodaemon.app";
+constexpr const char* helpBookFolder = "Vexto.help";
+constexpr float spacesRowHeight = 30;
+constexpr float sliderRowsShift = 15;
+
+KRVXPreferencePane*& singleton()
+{
+    static KRVXPreferencePane* pane = nullptr;
+    return pane;
+}
+
+// Fills "%@" placeholders in order; missing values read as empty.
+std::string format(std::string_view pattern, std::initializer_list<std::string_view> values)
+{
+    std::string out;
+    auto next = values.begin();
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern.compare(i, 2, "%@") == 0) {
+            out += next != values.end() ? std::string(*next++) : std::string();
+            ++i;
+        } else {
+            out += pattern[i];
+        }
+    }
+    return out;
+}
+
+} // namespace
+
+KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment environment)
+    : bundle_(std::move(bundlePath)), environment_(environment),
+      store_(environment.runLoop,
+             bundle_.pathForUncachedPreferencePaneResourceFile(product::defaultSettingsFileName),
+             SettingsStore::Hooks{[this] { updateDaemon(); },
+                                  [](std::string_view text) { return KRVXLocalizedString(text); },
+                                  [this](const AlertRequest& alert) {
+                                      KRVXRunAlertPanel(alert.title, alert.message,
+                                                        alert.defaultButton, alert.alternateButton,
+                                                        alert.otherButton,
+                                                        mainView_ ? mainView_->window() : nullptr);
+                                  }}),
+      daemon_(environment.distributedCenter)
+{
+    actions_.on("help:", [this](const ActionSender&) { help(); });
+    actions_.on("revert:", [this](const ActionSender&) { revert(); });
+    actions_.on("goHome:", [this](const ActionSender&) { goHome(); });
+    actions_.on("donate:", [](const ActionSender&) {});
+    actions_.on("doNothing:", [](const ActionSender&) {});
+}
+
+KRVXPreferencePane::~KRVXPreferencePane()
+{
+    environment_.distributedCenter.removeObserver(this);
+    environment_.workspaceCenter.removeObserver(this);
+    environment_.runLoop.cancelPreviousPerformRequests(this);
+    if (singleton() == this) {
+        singleton() = nullptr;
+    }
+}
+
+KRVXPreferencePane* KRVXPreferencePane::vexto()
+{
+    return singleton();
+}
+
+void KRVXPreferencePane::resetSingletonForTesting()
+{
+    singleton() = nullptr;
+}
+
+std::string KRVXPreferencePane::daemonPath() const
+{
+    return bundle_.pathForUncachedPreferencePaneResourceFile(daemonBundleName);
+}
+
+// --- lifecycle --------------------------------------------------------------------------
+
+View* KRVXPreferencePane::loadMainView()
+{
+    // Settings and fill helpers reach the pane through the singleton while the interface loads.
+    if (singleton() == nullptr) {
+        singleton() = this;
+    }
+    PaneInterfaceBuilder builder([](std::string_view text) { return KRVXLocalizedString(text); },
+                                 this, this);
+    outlets_ = PaneOutlets{};
+    mainView_ = builder.build(outlets_);
+    if (!mainView_) {
+        return nullptr;
+    }
+    mainViewDidLoad();
+    hideSpacesControlsOnOlderSystems();
+    restoreLastTab();
+    adjustFrameForMainView(mainView_.get(), true);
+    return mainView_.get();
+}
+
+void KRVXPreferencePane::mainViewDidLoad()
+{
+    fillVersionLines();
+    initializeSettings();
+    KRVXRegisterHelpBook(bundle_.bundlePath(), helpBookFolder);
+    outlets_.layoutPresetsPopUpButton->menu().setDelegate(this);
+    outlets_.fontsPopUpButton->menu().setDelegate(this);
+    outlets_.settingsTabView->setDelegate(this);
+}
+
+void KRVXPreferencePane::fillVersionLines()
+{
+    const auto info = bundle_.uncachedPreferencePaneInfo();
+    const auto infoString = [&](std::string_view key) -> std::string {
+        const PlistValue* value = info ? objectForKey(*info, key) : nullptr;
+        return value != nullptr && value->isString() ? *value->asString() : std::string();
+    };
+    const std::string version = infoString("CFBundleShortVersionString");
+    const std::string build = infoString("CFBundleVersion");
+    const std::string daemonBuild = Bundle(daemonPath()).infoString("CFBundleVersion").value_or("");
+
+    outlets_.aboutTextField->setStringValue(format(
+        KRVXLocalizedString("Vexto %@"), {format("%@ (%@/%@)", {version, build, daemonBuild})}));
+    feedbackLink_ = "mailto:" + std::string(product::supportEmailAddress) +
+                    format("?subject=Vexto%20%@%20(%@/%@)", {version, build, daemonBuild});
+    outlets_.feedbackTextField->setStringValue(KRVXLocalizedString("Send Feedback"));
+    outlets_.feedbackTextField->setToolTip(std::string(product::supportEmailAddress));
+}
+
+void KRVXPreferencePane::hideSpacesControlsOnOlderSystems()
+{
+    if (KRVXSystemIsSnowLeopardOrNewer()) {
+        return;
+    }
+    setHiddenAndMoveSiblingsBelowUpByDelta(*outlets_.switchAcrossSpacesButton, spacesRowHeight);
+    setHiddenAndMoveSiblingsBelowUpByDelta(*outlets_.showSpaceBadgesButton, spacesRowHeight);
+    outlets_.spaceBadgeColorWell->setHidden(true);
+    moveUpByDelta(*outlets_.panelShadowButton, spacesRowHeight);
+    View* const sliders[] = {outlets_.maximumTextSizeSlider, outlets_.maximumTextSizeTextField,
+                             outlets_.maximumPaneWidthSlider, outlets_.maximumPaneWidthTextField};
+    moveUpByDelta(sliders, sliderRowsShift);
+}
+
+void KRVXPreferencePane::restoreLastTab()
+{
+    const PlistValue* stored = valueForSetting(settingkeys::lastTab);
+    const std::string identifier = stored != nullptr && stored->isString()
+                                       ? *stored->asString()
+                                       : std::string(defaultTabIdentifier);
+    outlets_.settingsTabView->selectTabViewItemWithIdentifier(identifier);
+}
+
+void KRVXPreferencePane::willSelect()
+{
+    ColorPanel::setIgnoresAlpha(false);
+    namespace names = daemonnotifications;
+    environment_.distributedCenter.addObserver(
+        this, names::named(names::updatePane),
+        [this](const auto&, const auto&) { updateEnabledStatus(); }, true);
+    environment_.distributedCenter.addObserver(
+        this, names::named(names::updatePaneSoon),
+        [this](const auto&, const auto&) { updateEnabledStatusSoon(); }, true);
+    environment_.workspaceCenter.addObserver(
+        this, WorkspaceNotificationCenter::activeSpaceDidChangeNotification,
+        [this] { spaceDidChange(); });
+    automaticFirstStart();
+}
+
+void KRVXPreferencePane::didSelect()
+{
+    adjustFrameForMainView(mainView_.get(), false);
+    registerKeyEventTap();
+}
+
+void KRVXPreferencePane::didUnselect()
+{
+    unregisterKeyEventTap();
+    environment_.distributedCenter.removeObserver(this);
+    environment_.workspaceCenter.removeObserver(this);
+    if (const TabViewItem* selected = outlets_.settingsTabView->selectedTabViewItem()) {
+        setValue(PlistValue(selected->identifier()), settingkeys::lastTab);
+    }
+}
+
+// --- sizing -----------------------------------------------------------------------------
+
+void KRVXPreferencePane::adjustFrameForMainView(View* view, bool isFirstGuess)
+{
+    Rect frame = view != nullptr ? view->frame() : Rect{};
+    if (KRVXSystemIsLeopardOrNewer()) {
+        if (!isFirstGuess) {
+            Window* window = view != nullptr ? view->window() : nullptr;
+            if (window == nullptr) {
+                return;
+            }
+            const float difference =
+                std::fabs(static_cast<float>(window->frame().width() - frame.width()));
+            if (difference > widthTolerance) {
+                view->setFrame(Rect(0, frame.minY(), window->frame().width(), frame.height()));
+            }
+            return;
+        }
+        frame.size.width = firstGuessWidth;
+    } else if (!isFirstGuess) {
+        return;
+    }
+    const auto& tabSubviews = outlets_.settingsTabView->subviews();
+    if (tabSubviews.size() == 1) {
+        frame.size.height = view != nullptr ? frameByAdjustingHeightToFitSubviewsOfView(
+                                                  *view, *tabSubviews.front(), bottomWindowMargin)
+                                                  .height()
+                                            : 0;
+    } else if (!KRVXSystemIsLeopardOrNewer()) {
+        return;
+    }
+    if (view != nullptr) {
+        view->setFrame(frame);
+    }
+}
+
+void KRVXPreferencePane::updatePreferencePaneFrame()
+{
+    const auto& tabSubviews = outlets_.settingsTabView->subviews();
+    Window* window = outlets_.settingsTabView->window();
+    if (tabSubviews.size() == 1 && window != nullptr) {
+        adjustHeightToFitSubviewsOfView(*window, *tabSubviews.front(), bottomWindowMargin);
+    }
+}
+
+void KRVXPreferencePane::didSelectTabViewItem(TabView& tabView, TabViewItem&)
+{
+    if (&tabView == outlets_.settingsTabView) {
+        updatePreferencePaneFrame();
+    }
+}
+
+void KRVXPreferencePane::spaceDidChange()
+{
+    reregisterKeyEventTap();
+}
+
+void KRVXPreferencePane::help()
+{
+    const std::string book = bundle_.infoString("CFBundleHelpBookName").value_or("");
+    environment_.help.gotoPage(book, KRVXSystemIsSnowLeopardOrNewer() ? "pages/Vexto.html"
+                                                                      : "Vexto.html");
+}
+
+void KRVXPreferencePane::revert()
+{
+    store_.revertedSettings(true);
+    initializeSettings();
+}
+
+void KRVXPreferencePane::goHome()
+{
+    environment_.workspace.openURL(std::string(product::homePageAddress));
+}
+
+// --- helpers ----------------------------------------------------------------------------
+
+std::string KRVXLocalizedString(std::string_view key)
+{
+    const KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    return pane != nullptr ? pane->bundle().localizedString(key) : std::string(key);
+}
+
+int KRVXRunAlertPanel(const std::string& title, const std::string& message,
+                      const std::string& defaultButton, const std::string& alternateButton,
+                      const std::string& otherButton, Window* window)
+{
+    const int result = Application::shared().runAlert(
+        AlertRequest{title, message, defaultButton, alternateButton, otherButton});
+    if (window != nullptr) {
+        window->makeKeyWindow();
+    }
+    return result;
+}
+
+void KRVXRegisterHelpBook(const std::string& bundlePath, const std::string& helpBookName)
+{
+    const KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    if (pane == nullptr) {
+        return;
+    }
+    // Older systems look for the book itself; newer ones find it through the bundle.
+    const std::string location =
+        !KRVXSystemIsSnowLeopardOrNewer() && !helpBookName.empty()
+            ? FileSystem::join(FileSystem::join(bundlePath, "Contents/Resources"), helpBookName)
+            : bundlePath;
+    if (!FileSystem::exists(location)) {
+        return;
+    }
+    const int result = pane->environment().help.registerHelpBook(location);
+    if (result != 0) {
+        Log::line("help book not registered: " + std::to_string(result));
+    }
+}
+
+std::optional<std::string> KRVXPreferencePanePath(const std::string& paneName)
+{
+    const std::string bundleName = paneName + ".prefPane";
+    for (const std::string& folder : {std::string("/Library/PreferencePanes"),
+                                      HomeDirectory::expandTilde("~/Library/PreferencePanes"),
+                                      std::string("/System/Library/PreferencePanes")}) {
+        const std::string path = FileSystem::join(folder, bundleName);
+        if (FileSystem::exists(path)) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vexto

@@ -1,0 +1,168 @@
+#pragma once
+
+#include "foundation/Bundle.hpp"
+#include "pane/PaneEnvironment.hpp"
+#include "pane/PaneOutlets.hpp"
+#include "pane/SettingsStore.hpp"
+#include "system/DaemonControl.hpp"
+#include "toolkit/ActionTarget.hpp"
+#include "toolkit/Menu.hpp"
+#include "toolkit/TabView.hpp"
+#include "toolkit/TextField.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vexto {
+
+class Button;
+class PopUpButton;
+class Slider;
+class View;
+
+// The pane's controller: answers the host's lifecycle calls, owns the interface, the settings
+// and the link to the daemon, sizes the pane to the selected tab and remembers that tab.
+class KRVXPreferencePane : public ActionTarget,
+                           public TabViewDelegate,
+                           public MenuDelegate,
+                           public TextFieldDelegate {
+public:
+    static constexpr double bottomWindowMargin = 27.0;
+    static constexpr double firstGuessWidth = 668.0;
+    static constexpr double widthTolerance = 0.9;
+    static constexpr const char* defaultTabIdentifier = "triggers";
+
+    KRVXPreferencePane(std::string bundlePath, PaneEnvironment environment);
+    ~KRVXPreferencePane() override;
+    KRVXPreferencePane(const KRVXPreferencePane&) = delete;
+    KRVXPreferencePane& operator=(const KRVXPreferencePane&) = delete;
+
+    // The first pane that loaded its main view; helpers and widgets reach the pane through it.
+    static KRVXPreferencePane* vexto();
+    static void resetSingletonForTesting();
+
+    const Bundle& bundle() const { return bundle_; }
+    const PaneOutlets& outlets() const { return outlets_; }
+    View* mainView() const { return mainView_.get(); }
+    const PaneEnvironment& environment() const { return environment_; }
+    std::string daemonPath() const;
+    // The mail address, with a subject naming the versions, that "Send Feedback" opens.
+    const std::string& feedbackLink() const { return feedbackLink_; }
+
+    // --- lifecycle, as the host drives it ---
+    View* loadMainView();
+    void mainViewDidLoad();
+    void willSelect();
+    void didSelect();
+    void willUnselect() {}
+    void didUnselect();
+
+    // --- sizing ---
+    void adjustFrameForMainView(View* view, bool isFirstGuess);
+    void updatePreferencePaneFrame();
+    void didSelectTabViewItem(TabView& tabView, TabViewItem& item) override;
+
+    void spaceDidChange();
+    void help();
+    void revert();
+    void goHome();
+
+    // --- settings (the store's accessors) ---
+    SettingsStore& store() { return store_; }
+    PlistDictionary& settings() { return store_.settings(); }
+    const PlistDictionary* defaultSettings() { return store_.defaultSettings(); }
+    const PlistValue* valueForSetting(std::string_view key) { return store_.valueForSetting(key); }
+    std::int64_t integerForSetting(std::string_view key, std::int64_t defaultValue)
+    {
+        return store_.integerForSetting(key, defaultValue);
+    }
+    bool boolForSetting(std::string_view key, bool defaultValue = false)
+    {
+        return store_.boolForSetting(key, defaultValue);
+    }
+    void setValue(const std::optional<PlistValue>& value, std::optional<std::string_view> key,
+                  bool save = true)
+    {
+        store_.setValue(value, key, save);
+    }
+    void setBool(bool value, std::string_view key) { store_.setBool(value, key); }
+    bool saveSettings() { return store_.saveSettings(); }
+
+    // --- schema ---
+    // The setting a control edits; none for controls without one.
+    std::optional<std::string_view> settingForControl(const View* control) const;
+    // Fills every control from the settings, with migrations and the code's defaults; saves
+    // nothing.
+    void initializeSettings();
+    void initializeActivateItemSetting(bool enabled);
+    void initializeCancelItemSetting(bool enabled);
+    // The check-box rule: the source's boolean, else the defaults file's, else false.
+    bool boolForSetting(std::string_view key, const PlistDictionary& presets);
+
+    // --- the daemon ---
+    DaemonControl& daemonControl() { return daemon_; }
+    void updateDaemon() { daemon_.updateDaemon(); }
+
+    // --- target of the interface's actions, delegate of its menus and text fields ---
+    bool respondsToSelector(std::string_view selector) const override
+    {
+        return actions_.respondsToSelector(selector);
+    }
+    void performAction(std::string_view selector, const ActionSender& sender) override
+    {
+        actions_.performAction(selector, sender);
+    }
+    void menuNeedsUpdate(Menu&) override {}
+    void controlTextDidChange(TextField&) override {}
+
+private:
+    void hideSpacesControlsOnOlderSystems();
+    void restoreLastTab();
+    void fillVersionLines();
+    void initializeTimeout(std::optional<double> value, bool setSlider, bool setSetting);
+    void initializeMaximumTextSize(std::optional<double> value, bool setSlider, bool setSetting);
+    void initializeMaximumWindowWidth(std::optional<double> value, bool setSlider, bool setSetting);
+    void initializeLayoutFromPresets(const PlistDictionary& presets, bool saveSettings);
+    void initializeColorWell(ColorWell* well, const PlistDictionary& presets,
+                             const Color& defaultColor, bool setSetting);
+    bool initializeSwitch(Button* checkBox, const PlistDictionary& presets, bool setSetting);
+    void initializeFontsPopUpButton(const PlistDictionary& presets, bool setSetting);
+    void assignHotKeyIdentifiers();
+    void migrateLegacySettings();
+    void fillCheckBox(Button* checkBox);
+    void showDocumentIconOverlaysBoxForIconMode();
+
+    // Subsystems that are still to come: the key event tap, automatic first start, and the
+    // Spaces and access status. They do nothing yet.
+    void registerKeyEventTap() {}
+    void unregisterKeyEventTap() {}
+    void reregisterKeyEventTap() {}
+    void automaticFirstStart() {}
+    void updateEnabledStatus() {}
+    void updateEnabledStatusSoon() {}
+
+    Bundle bundle_;
+    PaneEnvironment environment_;
+    SettingsStore store_;
+    DaemonControl daemon_;
+    ActionTable actions_;
+    PaneOutlets outlets_;
+    std::shared_ptr<View> mainView_;
+    std::string feedbackLink_;
+};
+
+// --- helpers every part of the pane uses ---
+
+// The pane's localised text for the key; the key itself where the table has none.
+std::string KRVXLocalizedString(std::string_view key);
+// Runs an application-modal alert, then makes the given window key again.
+int KRVXRunAlertPanel(const std::string& title, const std::string& message,
+                      const std::string& defaultButton, const std::string& alternateButton,
+                      const std::string& otherButton, Window* window);
+void KRVXRegisterHelpBook(const std::string& bundlePath, const std::string& helpBookName);
+// The first of the system's preference-pane folders holding "<name>.prefPane", or none.
+std::optional<std::string> KRVXPreferencePanePath(const std::string& paneName);
+
+} // namespace vexto

@@ -1,0 +1,380 @@
+// The pane's settings schema: which control edits which key, the migrations of old keys, and
+// filling every control from the settings in a fixed order.
+#include "foundation/DictionaryExtensions.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "pane/ControlFilling.hpp"
+#include "pane/KRVXPreferencePane.hpp"
+#include "pane/SettingKeys.hpp"
+#include "pane/SystemVersionChecks.hpp"
+#include "platform/FontCatalog.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+
+#include <cmath>
+#include <utility>
+
+namespace vexto {
+
+namespace keys = settingkeys;
+
+namespace {
+
+constexpr double defaultTimeout = 0.2;
+constexpr double defaultItemSize = 48;
+constexpr double smallestItemSize = 12;
+constexpr double largestItemSize = 128;
+constexpr double fontMenuSize = 14;
+
+std::string replacing(std::string text, std::string_view placeholder, std::string_view value)
+{
+    if (const auto at = text.find(placeholder); at != std::string::npos) {
+        text.replace(at, placeholder.size(), value);
+    }
+    return text;
+}
+
+std::optional<double> numberIn(const PlistDictionary& dictionary, std::string_view key)
+{
+    const PlistValue* value = objectForKey(dictionary, key);
+    return value != nullptr ? value->doubleValue() : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string_view> KRVXPreferencePane::settingForControl(const View* control) const
+{
+    if (control == nullptr) {
+        return std::nullopt;
+    }
+    const PaneOutlets& o = outlets_;
+    if (control == o.spaceBadgeColorWell) {
+        return KRVXDumbDownSpacesSupport() ? keys::spaceIndicatorColor : keys::spaceBadgeColor;
+    }
+    const std::pair<const View*, std::string_view> table[] = {
+        {o.switchAcrossSpacesButton, keys::switchAcrossSpaces},
+        {o.panelDelayPopUpButton, keys::panelDelay},
+        {o.panelScreenPopUpButton, keys::showPanelOnMouseScreen},
+        {o.addActivateItemButton, keys::activateItem},
+        {o.addActivateItemPopUpButton, keys::activateItemMode},
+        {o.addCancelItemButton, keys::cancelItem},
+        {o.addCancelItemPopUpButton, keys::cancelItemMode},
+        {o.activateOnNoModifiersButton, keys::activateOnNoModifiers},
+        {o.initiallySelectNextWindowButton, keys::stepForwardInitially},
+        {o.wrapAroundScrollingButton, keys::wrapAroundScrolling},
+        {o.applicationsSortOrderPopUpButton, keys::applicationsSortOrder},
+        {o.invertApplicationsSortOrderButton, keys::invertApplicationsSortOrder},
+        {o.showApplicationNamesButton, keys::showApplicationNames},
+        {o.iconModePopUpButton, keys::iconMode},
+        {o.showDocumentIconOverlaysButton, keys::showDocumentIconOverlays},
+        {o.panelShadowButton, keys::panelShadow},
+        {o.applicationNameShadowButton, keys::applicationNameShadow},
+        {o.windowNameShadowButton, keys::windowNameShadow},
+        {o.applicationExceptionsTextField, keys::applicationExceptions},
+        {o.windowExceptionsTextField, keys::windowExceptions},
+        {o.afterZoomingPopUpButton, keys::afterZoomSelection},
+        {o.afterMinimizingPopUpButton, keys::afterMinimizeSelection},
+        {o.afterClosingPopUpButton, keys::afterCloseSelection},
+        {o.processWindowsWhenDoneButton, keys::processWindowsWhenDone},
+        {o.backgroundColorWell, keys::backgroundColor},
+        {o.selectionColorWell, keys::selectionColor},
+        {o.selectionBorderColorWell, keys::selectionBorderColor},
+        {o.applicationNameColorWell, keys::applicationNameColor},
+        {o.windowNameColorWell, keys::windowNameColor},
+        {o.selectionWindowNameColorWell, keys::selectionWindowNameColor},
+        {o.dockIndicatorBorderColorWell, keys::dockIndicatorBorderColor},
+        {o.showShortcutBadgesButton, keys::showShortcutBadges},
+        {o.keyBadgeColorWell, keys::keyBadgeColor},
+        {o.showSpaceBadgesButton, keys::alwaysShowSpaceBadges},
+        {o.showQuickLookButton, keys::showPreviews},
+        {o.quickLookDelayPopUpButton, keys::previewDelay},
+        {o.quickLookBorderColorWell, keys::previewBorderColor},
+    };
+    for (const auto& [view, key] : table) {
+        if (view == control) {
+            return key;
+        }
+    }
+    return std::nullopt;
+}
+
+void KRVXPreferencePane::initializeSettings()
+{
+    const PaneOutlets& o = outlets_;
+    assignHotKeyIdentifiers();
+    setDefaultBool(settings(), true, keys::showPreviews);
+    migrateLegacySettings();
+    for (Button* box :
+         {o.addActivateItemButton, o.addCancelItemButton, o.activateOnNoModifiersButton,
+          o.initiallySelectNextWindowButton, o.wrapAroundScrollingButton,
+          o.showApplicationNamesButton, o.invertApplicationsSortOrderButton}) {
+        fillCheckBox(box);
+    }
+    KRVXSetPopUpButtonStateFromTag(*o.iconModePopUpButton, 1);
+    fillCheckBox(o.showDocumentIconOverlaysButton);
+    fillCheckBox(o.showQuickLookButton);
+    KRVXSetPopUpButtonStateFromTag(*o.quickLookDelayPopUpButton, 2000);
+    fillCheckBox(o.showShortcutBadgesButton);
+    initializeTimeout(numberIn(settings(), keys::accessibilityApiTimeout), true, false);
+    initializeActivateItemSetting(boolForSetting(keys::activateItem, settings()));
+    initializeCancelItemSetting(boolForSetting(keys::cancelItem, settings()));
+    KRVXSetPopUpButtonState(*o.addActivateItemPopUpButton, 0);
+    KRVXSetPopUpButtonState(*o.addCancelItemPopUpButton, 1);
+    KRVXSetPopUpButtonState(*o.afterZoomingPopUpButton, 2);
+    KRVXSetPopUpButtonState(*o.afterMinimizingPopUpButton, 2);
+    KRVXSetPopUpButtonState(*o.afterClosingPopUpButton, 3);
+    fillCheckBox(o.processWindowsWhenDoneButton);
+    KRVXSetPopUpButtonStateFromTag(*o.panelDelayPopUpButton, 200);
+    KRVXSetPopUpButtonStateFromTag(*o.panelScreenPopUpButton, 0);
+    KRVXSetPopUpButtonStateFromTag(*o.applicationsSortOrderPopUpButton, 3);
+    KRVXSetTextFieldStringValue(*o.applicationExceptionsTextField);
+    KRVXSetTextFieldStringValue(*o.windowExceptionsTextField);
+    // Copied: applying the appearance may change the dictionary it reads from.
+    const PlistDictionary current = settings();
+    initializeLayoutFromPresets(current, false);
+}
+
+void KRVXPreferencePane::assignHotKeyIdentifiers()
+{
+    const PaneOutlets& o = outlets_;
+    const std::tuple<KRVXHotKeyTextView*, std::string_view, const char*> fields[] = {
+        {o.allForwardTextView, keys::cycleAllWindows, "Forward"},
+        {o.allBackwardTextView, keys::cycleAllWindows, "Backward"},
+        {o.normalForwardTextView, keys::cycleNonMinimizedWindows, "Forward"},
+        {o.normalBackwardTextView, keys::cycleNonMinimizedWindows, "Backward"},
+        {o.minimizedForwardTextView, keys::cycleMinimizedWindows, "Forward"},
+        {o.minimizedBackwardTextView, keys::cycleMinimizedWindows, "Backward"},
+        {o.frontmostAllForwardTextView, keys::cycleAllWindowsOfFrontmostApplication, "Forward"},
+        {o.frontmostAllBackwardTextView, keys::cycleAllWindowsOfFrontmostApplication, "Backward"},
+        {o.frontmostNormalForwardTextView, keys::cycleNonMinimizedWindowsOfFrontmostApplication,
+         "Forward"},
+        {o.frontmostNormalBackwardTextView, keys::cycleNonMinimizedWindowsOfFrontmostApplication,
+         "Backward"},
+        {o.frontmostMinimizedForwardTextView, keys::cycleMinimizedWindowsOfFrontmostApplication,
+         "Forward"},
+        {o.frontmostMinimizedBackwardTextView, keys::cycleMinimizedWindowsOfFrontmostApplication,
+         "Backward"},
+        {o.zoomFrontmostTextView, keys::additionalZoomFrontmostWindow, ""},
+        {o.minimizeFrontmostTextView, keys::additionalMinimizeFrontmostWindow, ""},
+        {o.closeFrontmostTextView, keys::additionalCloseFrontmostWindow, ""},
+        {o.deminimizeAllMinimizedTextView, keys::additionalDeminimizeAllMinimizedWindows, ""},
+        {o.deminimizeFrontmostApplicationMinimizedTextView,
+         keys::additionalDeminimizeMinimizedWindowsOfFrontmostApplication, ""},
+        {o.closeAllMinimizedTextView, keys::additionalCloseAllMinimizedWindows, ""},
+        {o.closeFrontmostApplicationMinimizedTextView,
+         keys::additionalCloseMinimizedWindowsOfFrontmostApplication, ""},
+    };
+    for (const auto& [field, identifier, direction] : fields) {
+        field->setHotKeyIdentifier(std::string(identifier), direction);
+    }
+}
+
+void KRVXPreferencePane::migrateLegacySettings()
+{
+    PlistDictionary& current = settings();
+    if (const auto found = current.find(keys::showDocumentIcons); found != current.end()) {
+        if (found->second.boolValue() == false) {
+            setInteger(current, 0, keys::iconMode);
+        }
+        current.erase(found);
+    }
+    // A stored false is left as it is: only the true branch removes the old key.
+    if (const auto found = current.find(keys::alwaysShowPanel);
+        found != current.end() && found->second.boolValue() == true) {
+        setInteger(current, 0, keys::panelDelay);
+        current.erase(found);
+    }
+}
+
+void KRVXPreferencePane::fillCheckBox(Button* checkBox)
+{
+    const PlistDictionary current = settings();
+    initializeSwitch(checkBox, current, false);
+}
+
+bool KRVXPreferencePane::boolForSetting(std::string_view key, const PlistDictionary& presets)
+{
+    if (const PlistValue* value = objectForKey(presets, key)) {
+        return value->boolValue().value_or(false);
+    }
+    const PlistDictionary* defaults = defaultSettings();
+    const PlistValue* fallback = defaults != nullptr ? objectForKey(*defaults, key) : nullptr;
+    return fallback != nullptr && fallback->boolValue().value_or(false);
+}
+
+void KRVXPreferencePane::initializeActivateItemSetting(bool enabled)
+{
+    outlets_.addActivateItemPopUpButton->setEnabled(enabled);
+}
+
+void KRVXPreferencePane::initializeCancelItemSetting(bool enabled)
+{
+    outlets_.addCancelItemPopUpButton->setEnabled(enabled);
+}
+
+void KRVXPreferencePane::showDocumentIconOverlaysBoxForIconMode()
+{
+    if (View* box = outlets_.showDocumentIconOverlaysButton->superview()) {
+        box->setHidden(outlets_.iconModePopUpButton->selectedTag() == 0);
+    }
+}
+
+bool KRVXPreferencePane::initializeSwitch(Button* checkBox, const PlistDictionary& presets,
+                                          bool setSetting)
+{
+    const auto key = settingForControl(checkBox);
+    if (!key) {
+        return false;
+    }
+    const bool value = boolForSetting(*key, presets);
+    if (checkBox == outlets_.showDocumentIconOverlaysButton) {
+        showDocumentIconOverlaysBoxForIconMode();
+    } else if (checkBox == outlets_.showQuickLookButton) {
+        outlets_.quickLookDelayPopUpButton->setEnabled(value);
+    }
+    checkBox->setState(value ? Button::onState : Button::offState);
+    if (setSetting) {
+        vexto::setBool(settings(), value, *key);
+    }
+    return value;
+}
+
+// --- slider values and their labels -----------------------------------------------------
+
+void KRVXPreferencePane::initializeTimeout(std::optional<double> value, bool setSlider,
+                                           bool setSetting)
+{
+    const double seconds = value.value_or(defaultTimeout);
+    const auto milliseconds = static_cast<unsigned long>(seconds * 1000.0);
+    std::string label =
+        replacing(KRVXLocalizedString("%lu ms"), "%lu", std::to_string(milliseconds));
+    if (milliseconds == 200) {
+        label += KRVXLocalizedString(" (Default)");
+    }
+    outlets_.timeoutSliderValueTextField->setStringValue(label);
+    if (setSlider) {
+        outlets_.timeoutSlider->setDoubleValue(seconds);
+    }
+    if (setSetting) {
+        setValue(PlistValue(static_cast<float>(seconds)), keys::accessibilityApiTimeout, false);
+    }
+}
+
+void KRVXPreferencePane::initializeMaximumTextSize(std::optional<double> value, bool setSlider,
+                                                   bool setSetting)
+{
+    const double size =
+        value ? std::clamp(std::round(*value), smallestItemSize, largestItemSize) : defaultItemSize;
+    outlets_.maximumTextSizeTextField->setStringValue(replacing(
+        KRVXLocalizedString("Item size: %d pt."), "%d", std::to_string(static_cast<int>(size))));
+    if (setSlider) {
+        outlets_.maximumTextSizeSlider->setDoubleValue(size);
+    }
+    if (setSetting) {
+        setValue(PlistValue(static_cast<float>(size)), keys::itemHeight, false);
+    }
+}
+
+void KRVXPreferencePane::initializeMaximumWindowWidth(std::optional<double> value, bool setSlider,
+                                                      bool setSetting)
+{
+    // Below 0.01 (the stored -1 included) means as wide as needed.
+    const float fraction = value && *value >= 0.01 ? static_cast<float>(*value) : 1.0f;
+    const char* word = fraction < 0.34f ? "narrow" : fraction < 0.67f ? "medium" : "wide";
+    outlets_.maximumPaneWidthTextField->setStringValue(
+        replacing(KRVXLocalizedString("Vexto panel width: %@"), "%@", KRVXLocalizedString(word)));
+    if (setSlider) {
+        outlets_.maximumPaneWidthSlider->setDoubleValue(fraction);
+    }
+    if (setSetting) {
+        setValue(PlistValue(fraction > 0.99 ? -1.0f : fraction), keys::maximumWidth, false);
+    }
+}
+
+// --- appearance -------------------------------------------------------------------------
+
+void KRVXPreferencePane::initializeLayoutFromPresets(const PlistDictionary& presets, bool save)
+{
+    const PaneOutlets& o = outlets_;
+    initializeFontsPopUpButton(presets, save);
+    initializeMaximumTextSize(numberIn(presets, keys::itemHeight), true, save);
+    initializeMaximumWindowWidth(numberIn(presets, keys::maximumWidth), true, save);
+    const Color white = Color::whiteColor();
+    initializeColorWell(o.backgroundColorWell, presets, Color::calibratedWhite(0.0f, 0.5f), save);
+    initializeColorWell(o.selectionColorWell, presets, Color::alternateSelectedControlColor(),
+                        save);
+    initializeColorWell(o.selectionBorderColorWell, presets, white, save);
+    initializeColorWell(o.applicationNameColorWell, presets, white, save);
+    initializeColorWell(o.windowNameColorWell, presets, white, save);
+    initializeColorWell(o.selectionWindowNameColorWell, presets, white, save);
+    initializeColorWell(o.dockIndicatorBorderColorWell, presets, Color::calibratedWhite(0.9f, 0.8f),
+                        save);
+    initializeColorWell(o.keyBadgeColorWell, presets, o.selectionColorWell->color(), save);
+    initializeColorWell(o.spaceBadgeColorWell, presets,
+                        KRVXDumbDownSpacesSupport()
+                            ? Color::calibratedWhite(0.8f, 1.0f)
+                            : Color::calibratedRGB(0.28f, 0.28f, 0.36f, 0.6f),
+                        save);
+    initializeColorWell(o.quickLookBorderColorWell, presets, Color::selectedControlColor(), save);
+    for (Button* box :
+         {o.panelShadowButton, o.applicationNameShadowButton, o.windowNameShadowButton}) {
+        initializeSwitch(box, presets, save);
+    }
+    if (save) {
+        saveSettings();
+    }
+}
+
+void KRVXPreferencePane::initializeColorWell(ColorWell* well, const PlistDictionary& presets,
+                                             const Color& defaultColor, bool setSetting)
+{
+    const auto key = settingForControl(well);
+    if (!key) {
+        return;
+    }
+    const auto archived = unarchivedObjectForKey(presets, *key);
+    const Color* color = archived ? std::get_if<Color>(&*archived) : nullptr;
+    well->setColor(color != nullptr ? *color : defaultColor);
+    if (!setSetting) {
+        return;
+    }
+    PlistDictionary& current = settings();
+    if (color != nullptr) {
+        archiveObject(current, *color, *key);
+    } else {
+        current.erase(std::string(*key));
+    }
+    if (well == outlets_.selectionColorWell) {
+        const PlistValue* gradient = objectForKey(presets, keys::selectionGradient);
+        const auto steps = gradient != nullptr ? gradient->integerValue() : std::nullopt;
+        if (steps) {
+            setInteger(current, *steps, keys::selectionGradient);
+        } else {
+            current.erase(std::string(keys::selectionGradient));
+        }
+        well->setNeedsDisplay();
+    }
+}
+
+void KRVXPreferencePane::initializeFontsPopUpButton(const PlistDictionary& presets, bool setSetting)
+{
+    const PlistValue* stored = objectForKey(presets, keys::alternatePanelFont);
+    std::optional<Font> font;
+    if (stored != nullptr && stored->isString() && environment_.fonts != nullptr) {
+        font = environment_.fonts->fontWithName(*stored->asString(), fontMenuSize);
+    }
+    if (setSetting) {
+        if (!font) {
+            return;
+        }
+        // The display name, unlike the font menu's choice, which stores the font name.
+        settings().insert_or_assign(std::string(keys::alternatePanelFont), font->displayName());
+    }
+    const std::string shown = font ? font->displayName() : KRVXLocalizedString("Default");
+    if (MenuItem* title = outlets_.fontsPopUpButton->itemAtIndex(0)) {
+        title->setTitle(replacing(KRVXLocalizedString("Font: %@"), "%@", shown));
+    }
+}
+
+} // namespace vexto

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace vexto {
+
+class DistributedNotificationCenter;
+class FontCatalog;
+class HelpViewer;
+class RunLoop;
+class Workspace;
+class WorkspaceNotificationCenter;
+
+// The platform services the pane uses, supplied by its host.
+struct PaneEnvironment {
+    RunLoop& runLoop;
+    DistributedNotificationCenter& distributedCenter;
+    WorkspaceNotificationCenter& workspaceCenter;
+    Workspace& workspace;
+    HelpViewer& help;
+    const FontCatalog* fonts = nullptr; // none: only the default panel font is known
+};
+
+} // namespace vexto

@@ -1,0 +1,443 @@
+#include "pane/PaneInterfaceBuilder.hpp"
+
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+#include "toolkit/TabView.hpp"
+#include "toolkit/TextField.hpp"
+
+#include <initializer_list>
+#include <vector>
+
+namespace vexto {
+
+namespace {
+
+constexpr double mainViewHeight = 720;
+constexpr double tabViewHeight = 660;
+constexpr double rowStep = 28;
+constexpr double controlHeight = 22;
+constexpr double leftMargin = 20;
+constexpr double labelWidth = 230;
+constexpr double fieldX = leftMargin + labelWidth + 8;
+
+struct Item {
+    const char* title;
+    int tag;
+};
+
+// Pop-up items: delays in milliseconds and screens are tags; positions and follow-ups are indices.
+const std::initializer_list<Item> panelDelays = {
+    {"No delay", 0},      {"0.1 seconds", 100},  {"0.2 seconds", 200}, {"0.3 seconds", 300},
+    {"0.5 seconds", 500}, {"0.75 seconds", 750}, {"1 second", 1000}};
+const std::initializer_list<Item> panelScreens = {{"the main screen", 0},
+                                                  {"the screen with the mouse pointer", 1}};
+const std::initializer_list<Item> itemPositions = {{"at the top of the panel", 0},
+                                                   {"at the bottom of the panel", 1}};
+const std::initializer_list<Item> sortOrders = {
+    {"by name", 0}, {"by launch date", 1}, {"by number of windows", 2}, {"by most recent use", 3}};
+const std::initializer_list<Item> iconModes = {
+    {"no icons", 0}, {"application icons", 1}, {"application and window icons", 2}};
+const std::initializer_list<Item> followUps = {{"nothing", 0},
+                                               {"the same application", 1},
+                                               {"the next window", 2},
+                                               {"the previous window", 3}};
+const std::initializer_list<Item> previewDelays = {{"immediately", 0},
+                                                   {"0.5 seconds", 500},
+                                                   {"1 second", 1000},
+                                                   {"2 seconds", 2000},
+                                                   {"3 seconds", 3000}};
+
+// Places controls row by row from the top of a container, each pinned to the top edge.
+class Page {
+public:
+    Page(View& view, const PaneInterfaceBuilder::Localizer& localized, ActionTarget* target)
+        : view_(view), localized_(localized), target_(target), y_(view.frame().height() - 16)
+    {}
+
+    // The bottom of the next row.
+    double nextRow(double height = controlHeight)
+    {
+        y_ -= rowStep + (height - controlHeight);
+        return y_;
+    }
+    void skip(double points) { y_ -= points; }
+
+    template <typename T> T* place(std::shared_ptr<T> view, Rect frame)
+    {
+        view->setFrame(frame);
+        view->setAutoresizingMask(View::MinYMargin);
+        view_.addSubview(view);
+        return view.get();
+    }
+
+    TextField* label(std::string_view text, Rect frame,
+                     TextAlignment alignment = TextAlignment::Right)
+    {
+        auto field = std::make_shared<TextField>();
+        field->setStringValue(localized_(text));
+        field->setAlignment(alignment);
+        return place(field, frame);
+    }
+
+    Button* checkBox(std::string_view title, Rect frame, bool allowsMixed = false)
+    {
+        auto box = std::make_shared<Button>(Rect{}, Button::Kind::CheckBox);
+        box->setTitle(localized_(title));
+        box->setAllowsMixedState(allowsMixed);
+        box->setTarget(target_);
+        box->setAction("toggleBooleanSetting:");
+        return place(box, frame);
+    }
+
+    PopUpButton* popUp(std::initializer_list<Item> items, bool byTag, Rect frame)
+    {
+        auto popUp = std::make_shared<PopUpButton>();
+        for (const Item& item : items) {
+            popUp->addItemWithTitle(localized_(item.title)).setTag(item.tag);
+        }
+        popUp->setTarget(target_);
+        popUp->setAction(byTag ? "changePopUpSettingWithTag:" : "changePopUpSetting:");
+        return place(popUp, frame);
+    }
+
+    PopUpButton* pullDown(std::string_view title, std::string action, Rect frame)
+    {
+        auto pullDown = std::make_shared<PopUpButton>(Rect{}, true);
+        pullDown->addItemWithTitle(localized_(title));
+        pullDown->setTarget(target_);
+        pullDown->setAction(std::move(action));
+        return place(pullDown, frame);
+    }
+
+    ColorWell* well(Rect frame)
+    {
+        auto well = std::make_shared<ColorWell>();
+        well->setTarget(target_);
+        well->setAction("changeColorSetting:");
+        return place(well, frame);
+    }
+
+    Slider* slider(double minValue, double maxValue, Rect frame)
+    {
+        auto slider = std::make_shared<Slider>(Rect{}, minValue, maxValue);
+        slider->setTarget(target_);
+        slider->setAction("changeSliderSetting:");
+        return place(slider, frame);
+    }
+
+    View& view() const { return view_; }
+    const PaneInterfaceBuilder::Localizer& localized() const { return localized_; }
+    ActionTarget* target() const { return target_; }
+
+private:
+    View& view_;
+    const PaneInterfaceBuilder::Localizer& localized_;
+    ActionTarget* target_;
+    double y_;
+};
+
+Rect labelFrame(double y)
+{
+    return Rect(leftMargin, y, labelWidth, controlHeight);
+}
+Rect controlFrame(double y, double width, double x = fieldX)
+{
+    return Rect(x, y, width, controlHeight);
+}
+
+struct HotKeyRow {
+    const char* title;
+    KRVXHotKeyTextView** forward;
+    KRVXHotKeyTextView** backward; // none for the actions without a direction
+};
+
+KRVXHotKeyTextView* hotKeyField(Page& page, Rect frame)
+{
+    auto field = std::make_shared<KRVXHotKeyTextView>();
+    field->setEditable(false);
+    auto* view =
+        page.place(field, Rect(frame.minX(), frame.minY(), frame.width() - 22, frame.height()));
+    auto clear = std::make_shared<KRVXHotKeyClearButton>();
+    clear->setTarget(page.target());
+    clear->setAction("delete:");
+    view->setDeleteButton(page.place(clear, Rect(frame.maxX() - 18, frame.minY() + 3, 16, 16)));
+    return view;
+}
+
+void buildTriggers(Page& page, PaneOutlets& o)
+{
+    constexpr double fieldWidth = 170;
+    double y = page.nextRow();
+    page.label("Forward", controlFrame(y, fieldWidth), TextAlignment::Center);
+    page.label("Backward", controlFrame(y, fieldWidth, fieldX + fieldWidth + 12),
+               TextAlignment::Center);
+    const HotKeyRow cycles[] = {
+        {"All windows:", &o.allForwardTextView, &o.allBackwardTextView},
+        {"Non-minimized windows:", &o.normalForwardTextView, &o.normalBackwardTextView},
+        {"Minimized windows:", &o.minimizedForwardTextView, &o.minimizedBackwardTextView},
+        {"All windows of the frontmost application:", &o.frontmostAllForwardTextView,
+         &o.frontmostAllBackwardTextView},
+        {"Non-minimized windows of the frontmost application:", &o.frontmostNormalForwardTextView,
+         &o.frontmostNormalBackwardTextView},
+        {"Minimized windows of the frontmost application:", &o.frontmostMinimizedForwardTextView,
+         &o.frontmostMinimizedBackwardTextView},
+    };
+    for (const HotKeyRow& row : cycles) {
+        y = page.nextRow();
+        page.label(row.title, labelFrame(y));
+        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth));
+        *row.backward = hotKeyField(page, controlFrame(y, fieldWidth, fieldX + fieldWidth + 12));
+    }
+    page.skip(12);
+    const HotKeyRow additional[] = {
+        {"Zoom the frontmost window:", &o.zoomFrontmostTextView, nullptr},
+        {"Minimize the frontmost window:", &o.minimizeFrontmostTextView, nullptr},
+        {"Close the frontmost window:", &o.closeFrontmostTextView, nullptr},
+        {"Deminimize all minimized windows:", &o.deminimizeAllMinimizedTextView, nullptr},
+        {"Deminimize the frontmost application's windows:",
+         &o.deminimizeFrontmostApplicationMinimizedTextView, nullptr},
+        {"Close all minimized windows:", &o.closeAllMinimizedTextView, nullptr},
+        {"Close the frontmost application's minimized windows:",
+         &o.closeFrontmostApplicationMinimizedTextView, nullptr},
+    };
+    for (const HotKeyRow& row : additional) {
+        y = page.nextRow();
+        page.label(row.title, labelFrame(y));
+        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth));
+    }
+}
+
+void buildPanel(Page& page, PaneOutlets& o)
+{
+    double y = page.nextRow();
+    page.label("Show the panel after:", labelFrame(y));
+    o.panelDelayPopUpButton = page.popUp(panelDelays, true, controlFrame(y, 180));
+    y = page.nextRow();
+    page.label("Show the panel on:", labelFrame(y));
+    o.panelScreenPopUpButton = page.popUp(panelScreens, true, controlFrame(y, 260));
+    y = page.nextRow();
+    o.addActivateItemButton =
+        page.checkBox("Add an item that activates the selection", controlFrame(y, 260));
+    o.addActivateItemPopUpButton =
+        page.popUp(itemPositions, false, controlFrame(y, 200, fieldX + 270));
+    y = page.nextRow();
+    o.addCancelItemButton =
+        page.checkBox("Add an item that closes the panel", controlFrame(y, 260));
+    o.addCancelItemPopUpButton =
+        page.popUp(itemPositions, false, controlFrame(y, 200, fieldX + 270));
+    y = page.nextRow();
+    o.activateOnNoModifiersButton = page.checkBox(
+        "Activate the selection when all modifier keys are released", controlFrame(y, 380));
+    y = page.nextRow();
+    o.initiallySelectNextWindowButton =
+        page.checkBox("Select the next window at once", controlFrame(y, 380));
+    y = page.nextRow();
+    o.wrapAroundScrollingButton = page.checkBox("Wrap around at either end", controlFrame(y, 380));
+    y = page.nextRow();
+    page.label("Sort applications:", labelFrame(y));
+    o.applicationsSortOrderPopUpButton = page.popUp(sortOrders, true, controlFrame(y, 200));
+    o.invertApplicationsSortOrderButton =
+        page.checkBox("Reverse", controlFrame(y, 120, fieldX + 210));
+    y = page.nextRow();
+    o.showApplicationNamesButton = page.checkBox("Show application names", controlFrame(y, 380));
+    y = page.nextRow();
+    page.label("Show:", labelFrame(y));
+    o.iconModePopUpButton = page.popUp(iconModes, true, controlFrame(y, 240));
+    y = page.nextRow();
+    // In a box of its own, which hides when no icons are shown.
+    auto overlayBox = std::make_shared<View>();
+    View* box = page.place(overlayBox, controlFrame(y, 380));
+    auto overlays =
+        std::make_shared<Button>(Rect(0, 0, 380, controlHeight), Button::Kind::CheckBox);
+    overlays->setTitle(page.localized()("Show document icon overlays"));
+    overlays->setTarget(page.target());
+    overlays->setAction("toggleBooleanSetting:");
+    box->addSubview(overlays);
+    o.showDocumentIconOverlaysButton = overlays.get();
+    y = page.nextRow();
+    o.showShortcutBadgesButton = page.checkBox("Show shortcut badges", controlFrame(y, 380));
+    y = page.nextRow();
+    o.showQuickLookButton = page.checkBox("Show previews after:", controlFrame(y, 200));
+    o.quickLookDelayPopUpButton =
+        page.popUp(previewDelays, true, controlFrame(y, 160, fieldX + 210));
+    y = page.nextRow();
+    o.switchAcrossSpacesButton = page.checkBox("Switch across Spaces", controlFrame(y, 380));
+    y = page.nextRow();
+    o.showSpaceBadgesButton = page.checkBox("Show Space badges", controlFrame(y, 380), true);
+}
+
+struct WellRow {
+    const char* title;
+    ColorWell** well;
+};
+
+void buildAppearance(Page& page, PaneOutlets& o)
+{
+    double y = page.nextRow();
+    page.label("Layout:", labelFrame(y));
+    o.layoutPresetsPopUpButton =
+        page.pullDown("Layouts", "chooseLayoutPresets:", controlFrame(y, 220));
+    o.layoutPresetsPopUpButton->addItemWithTitle(page.localized()("Default Appearance"));
+    y = page.nextRow();
+    page.label("Font:", labelFrame(y));
+    o.fontsPopUpButton = page.pullDown("Font: Default", {}, controlFrame(y, 220));
+    y = page.nextRow();
+    o.maximumTextSizeTextField = page.label("", labelFrame(y));
+    o.maximumTextSizeSlider = page.slider(12, 128, controlFrame(y, 260));
+    y = page.nextRow();
+    o.maximumPaneWidthTextField = page.label("", labelFrame(y));
+    o.maximumPaneWidthSlider = page.slider(0, 1, controlFrame(y, 260));
+    page.skip(8);
+    const WellRow wells[] = {
+        {"Background:", &o.backgroundColorWell},
+        {"Selection:", &o.selectionColorWell},
+        {"Selection border:", &o.selectionBorderColorWell},
+        {"Application names:", &o.applicationNameColorWell},
+        {"Window names:", &o.windowNameColorWell},
+        {"Selected window name:", &o.selectionWindowNameColorWell},
+        {"Dock indicator border:", &o.dockIndicatorBorderColorWell},
+        {"Shortcut badges:", &o.keyBadgeColorWell},
+        {"Preview border:", &o.quickLookBorderColorWell},
+        {"Space badges:", &o.spaceBadgeColorWell},
+    };
+    for (const WellRow& row : wells) {
+        y = page.nextRow();
+        page.label(row.title, labelFrame(y));
+        *row.well = page.well(controlFrame(y, 52));
+    }
+    y = page.nextRow();
+    o.panelShadowButton = page.checkBox("Panel shadow", controlFrame(y, 140));
+    o.applicationNameShadowButton =
+        page.checkBox("Application name shadow", controlFrame(y, 190, fieldX + 150));
+    o.windowNameShadowButton =
+        page.checkBox("Window name shadow", controlFrame(y, 180, fieldX + 350));
+}
+
+TextField* exceptionsField(Page& page, TextFieldDelegate* delegate, Rect frame)
+{
+    auto field = std::make_shared<TextField>();
+    field->setEditable(true);
+    field->setBordered(true);
+    field->setDelegate(delegate);
+    field->setPlaceholder(page.localized()("Names separated by commas"));
+    return page.place(field, frame);
+}
+
+void buildWindows(Page& page, PaneOutlets& o, TextFieldDelegate* delegate)
+{
+    double y = page.nextRow();
+    page.label("After zooming a window, select:", labelFrame(y));
+    o.afterZoomingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    y = page.nextRow();
+    page.label("After minimizing a window, select:", labelFrame(y));
+    o.afterMinimizingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    y = page.nextRow();
+    page.label("After closing a window, select:", labelFrame(y));
+    o.afterClosingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    y = page.nextRow();
+    o.processWindowsWhenDoneButton =
+        page.checkBox("Zoom, minimize and close only when the panel closes", controlFrame(y, 380));
+    page.skip(8);
+    y = page.nextRow();
+    page.label("Leave out applications:", labelFrame(y));
+    o.applicationExceptionsTextField = exceptionsField(page, delegate, controlFrame(y, 360));
+    y = page.nextRow();
+    page.label("Leave out windows named:", labelFrame(y));
+    o.windowExceptionsTextField = exceptionsField(page, delegate, controlFrame(y, 360));
+    page.skip(8);
+    y = page.nextRow();
+    page.label("Wait for unresponsive applications:", labelFrame(y));
+    o.timeoutSlider = page.slider(0.05, 1.0, controlFrame(y, 220));
+    o.timeoutSliderValueTextField =
+        page.label("", controlFrame(y, 140, fieldX + 230), TextAlignment::Left);
+}
+
+void buildAbout(Page& page, PaneOutlets& o)
+{
+    double y = page.nextRow();
+    auto updates = std::make_shared<Button>(Rect{}, Button::Kind::CheckBox);
+    updates->setTitle(page.localized()("Check for updates automatically"));
+    updates->setAction("toggleAutomaticChecking:");
+    o.autoUpdateCheckingSwitch = page.place(updates, controlFrame(y, 300, leftMargin));
+    auto checkNow = std::make_shared<Button>();
+    checkNow->setTitle(page.localized()("Check Now"));
+    checkNow->setAction("checkForUpdates:");
+    o.checkNowButton = page.place(checkNow, controlFrame(y, 140, leftMargin + 320));
+    y = page.nextRow();
+    o.statusTextField = page.label("", controlFrame(y, 600, leftMargin), TextAlignment::Left);
+    y = page.nextRow();
+    o.statusDateTextField = page.label("", controlFrame(y, 600, leftMargin), TextAlignment::Left);
+    page.skip(12);
+    y = page.nextRow();
+    o.aboutTextField = page.label("", controlFrame(y, 400, leftMargin), TextAlignment::Left);
+    y = page.nextRow();
+    o.feedbackTextField = page.label("", controlFrame(y, 400, leftMargin), TextAlignment::Left);
+}
+
+} // namespace
+
+PaneInterfaceBuilder::PaneInterfaceBuilder(Localizer localized, ActionTarget* target,
+                                           TextFieldDelegate* textDelegate)
+    : localized_(std::move(localized)), target_(target), textDelegate_(textDelegate)
+{}
+
+std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
+{
+    auto main = std::make_shared<View>(Rect(0, 0, paneWidth, mainViewHeight));
+    o.mainView = main.get();
+    Page top(*main, localized_, target_);
+    const double y = top.nextRow(24);
+    auto enable = std::make_shared<Button>(Rect{}, Button::Kind::Toggle);
+    enable->setTitle(localized_("Enable Vexto"));
+    enable->setTarget(target_);
+    enable->setAction("enable:");
+    o.enableButton = top.place(enable, Rect(leftMargin, y, 160, 24));
+    o.warningTextField = top.label("", Rect(200, y, paneWidth - 220, 24), TextAlignment::Left);
+
+    auto tabs = std::make_shared<TabView>(Rect(0, 0, paneWidth, tabViewHeight));
+    tabs->setAutoresizingMask(View::WidthSizable | View::HeightSizable);
+    main->addSubview(tabs);
+    o.settingsTabView = tabs.get();
+
+    struct Tab {
+        const char* identifier;
+        const char* label;
+        std::function<void(Page&)> build;
+    };
+    const Tab pages[] = {
+        {"triggers", "Hot Keys",
+         [&](Page& page) {
+             buildTriggers(page, o);
+         }},
+        {"panel", "Panel",
+         [&](Page& page) {
+             buildPanel(page, o);
+         }},
+        {"appearance", "Appearance",
+         [&](Page& page) {
+             buildAppearance(page, o);
+         }},
+        {"windows", "Windows",
+         [&](Page& page) {
+             buildWindows(page, o, textDelegate_);
+         }},
+        {"about", "Updates & About",
+         [&](Page& page) {
+             buildAbout(page, o);
+         }},
+    };
+    for (const Tab& tab : pages) {
+        auto content = std::make_shared<View>(tabs->contentRect());
+        Page page(*content, localized_, target_);
+        tab.build(page);
+        tabs->addTabViewItem(
+            std::make_shared<TabViewItem>(tab.identifier, localized_(tab.label), content));
+    }
+    return main;
+}
+
+} // namespace vexto

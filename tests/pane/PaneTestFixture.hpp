@@ -1,0 +1,107 @@
+#pragma once
+
+#include "../foundation/TestSupport.hpp"
+#include "foundation/HomeDirectory.hpp"
+#include "foundation/PropertyListCodec.hpp"
+#include "pane/KRVXPreferencePane.hpp"
+#include "pane/SettingKeys.hpp"
+#include "platform/SystemVersion.hpp"
+#include "platform/fake/FakeDesktop.hpp"
+#include "platform/fake/FakeDistributedNotificationCenter.hpp"
+#include "platform/fake/FakeRunLoop.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/ColorPanel.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace vexto::test {
+
+// A pane in a temporary bundle, with a temporary home and the fake platform.
+class PaneTest : public ::testing::Test {
+protected:
+    PaneTest()
+    {
+        Application::resetForTesting();
+        ColorPanel::resetForTesting();
+        SystemVersion::reset();
+        KRVXPreferencePane::resetSingletonForTesting();
+        HomeDirectory::setOverride(home.path());
+        std::filesystem::create_directories(resources());
+        std::filesystem::create_directories(resources() + "/vextodaemon.app/Contents");
+        writeText(bundlePath() + "/Contents/Info.plist",
+                  plist("<key>CFBundleShortVersionString</key><string>3.1</string>"
+                        "<key>CFBundleVersion</key><string>310</string>"
+                        "<key>CFBundleHelpBookName</key><string>Vexto Help</string>"));
+        writeText(resources() + "/vextodaemon.app/Contents/Info.plist",
+                  plist("<key>CFBundleVersion</key><string>311</string>"));
+        writeDefaults(PlistDictionary{{std::string(settingkeys::panelDelay), 200},
+                                      {std::string(settingkeys::activateItem), true},
+                                      {std::string(settingkeys::panelShadow), true}});
+    }
+
+    ~PaneTest() override
+    {
+        pane.reset();
+        HomeDirectory::clearOverride();
+        SystemVersion::reset();
+        Application::resetForTesting();
+        ColorPanel::resetForTesting();
+    }
+
+    static std::string plist(const std::string& body)
+    {
+        return "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>" + body + "</dict></plist>";
+    }
+
+    std::string bundlePath() const { return bundleFolder.file("Vexto.prefPane"); }
+    std::string resources() const { return bundlePath() + "/Contents/Resources"; }
+    std::string settingsFile() const
+    {
+        return home.file("Library/Application Support/Vexto/Settings.plist");
+    }
+
+    void writeDefaults(const PlistDictionary& defaults)
+    {
+        writeText(resources() + "/KRVXDefaultSettings.plist",
+                  *PropertyListCodec::xmlFrom(defaults));
+    }
+
+    void writeSettings(const PlistDictionary& settings)
+    {
+        std::filesystem::create_directories(home.file("Library/Application Support/Vexto"));
+        writeText(settingsFile(), *PropertyListCodec::xmlFrom(settings));
+    }
+
+    KRVXPreferencePane& load()
+    {
+        pane = std::make_unique<KRVXPreferencePane>(
+            bundlePath(), PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
+        main = pane->loadMainView();
+        return *pane;
+    }
+
+    const PaneOutlets& o() const { return pane->outlets(); }
+
+    std::size_t daemonUpdates() const
+    {
+        std::size_t count = 0;
+        for (const auto& posted : center.posted()) {
+            count += posted.name == "app.vexto.preferences: Update Daemon";
+        }
+        return count;
+    }
+
+    TemporaryFolder home;
+    TemporaryFolder bundleFolder;
+    FakeRunLoop loop;
+    FakeDistributedNotificationCenter center;
+    FakeDesktop desktop;
+    std::unique_ptr<KRVXPreferencePane> pane;
+    View* main = nullptr;
+};
+
+} // namespace vexto::test
