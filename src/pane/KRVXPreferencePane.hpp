@@ -7,6 +7,7 @@
 #include "system/DaemonControl.hpp"
 #include "toolkit/ActionTarget.hpp"
 #include "toolkit/Menu.hpp"
+#include "toolkit/PreferencePane.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
 
@@ -24,7 +25,8 @@ class View;
 
 // The pane's controller: answers the host's lifecycle calls, owns the interface, the settings
 // and the link to the daemon, sizes the pane to the selected tab and remembers that tab.
-class KRVXPreferencePane : public ActionTarget,
+class KRVXPreferencePane : public PreferencePane,
+                           public ActionTarget,
                            public TabViewDelegate,
                            public MenuDelegate,
                            public TextFieldDelegate {
@@ -45,19 +47,19 @@ public:
 
     const Bundle& bundle() const { return bundle_; }
     const PaneOutlets& outlets() const { return outlets_; }
-    View* mainView() const { return mainView_.get(); }
+    View* mainView() const override { return mainView_.get(); }
     const PaneEnvironment& environment() const { return environment_; }
     std::string daemonPath() const;
     // The mail address, with a subject naming the versions, that "Send Feedback" opens.
     const std::string& feedbackLink() const { return feedbackLink_; }
 
     // --- lifecycle, as the host drives it ---
-    View* loadMainView();
+    View* loadMainView() override;
     void mainViewDidLoad();
-    void willSelect();
-    void didSelect();
-    void willUnselect() {}
-    void didUnselect();
+    void willSelect() override;
+    void didSelect() override;
+    void willUnselect() override {}
+    void didUnselect() override;
 
     // --- sizing ---
     void adjustFrameForMainView(View* view, bool isFirstGuess);

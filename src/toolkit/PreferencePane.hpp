@@ -1,0 +1,23 @@
+#pragma once
+
+namespace vexto {
+
+class View;
+
+// What a host application sees of a preference pane: it loads the pane's main view, shows it,
+// and tells the pane as it is selected and left. Calls go through this table of virtual
+// functions only, so a pane loaded from a module runs its own code.
+class PreferencePane {
+public:
+    virtual ~PreferencePane() = default;
+
+    // Builds the main view (none when it cannot be built).
+    virtual View* loadMainView() = 0;
+    virtual View* mainView() const = 0;
+    virtual void willSelect() = 0;
+    virtual void didSelect() = 0;
+    virtual void willUnselect() = 0;
+    virtual void didUnselect() = 0;
+};
+
+} // namespace vexto
