@@ -300,3 +300,71 @@ TEST_F(PaneTest, AFailedSaveRaisesTheAlertAndGivesTheKeyBackToThePanesWindow)
 
 } // namespace
 } // namespace vexto
+
+namespace vexto {
+namespace {
+
+namespace keys = settingkeys;
+using test::PaneTest;
+
+TEST_F(PaneTest, WronglyTypedValuesEverywhereStillLoadWithDefaultsShown)
+{
+    PlistDictionary hostile;
+    for (std::string_view key : {keys::switchAcrossSpaces,
+                                 keys::panelDelay,
+                                 keys::showPanelOnMouseScreen,
+                                 keys::activateItem,
+                                 keys::activateItemMode,
+                                 keys::cancelItem,
+                                 keys::cancelItemMode,
+                                 keys::applicationsSortOrder,
+                                 keys::iconMode,
+                                 keys::showDocumentIconOverlays,
+                                 keys::panelShadow,
+                                 keys::applicationExceptions,
+                                 keys::windowExceptions,
+                                 keys::afterZoomSelection,
+                                 keys::afterCloseSelection,
+                                 keys::backgroundColor,
+                                 keys::selectionColor,
+                                 keys::keyBadgeColor,
+                                 keys::showPreviews,
+                                 keys::previewDelay,
+                                 keys::accessibilityApiTimeout,
+                                 keys::itemHeight,
+                                 keys::maximumWidth,
+                                 keys::selectionGradient,
+                                 keys::alternatePanelFont,
+                                 keys::lastTab,
+                                 keys::showDocumentIcons,
+                                 keys::alwaysShowPanel,
+                                 keys::cycleAllWindows}) {
+        hostile.emplace(std::string(key), PlistValue(PlistData{0x04, 0x0b, 0xff}));
+    }
+    hostile.emplace(std::string(keys::afterMinimizeSelection),
+                    PlistValue(PlistDictionary{{"a", 1}}));
+    writeSettings(hostile);
+    load();
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(o().panelDelayPopUpButton->selectedTag(), 200);
+    EXPECT_EQ(o().applicationsSortOrderPopUpButton->selectedTag(), 3);
+    EXPECT_EQ(o().afterMinimizingPopUpButton->indexOfSelectedItem(), 2);
+    EXPECT_EQ(o().applicationExceptionsTextField->stringValue(), "");
+    EXPECT_EQ(o().backgroundColorWell->color(), Color::calibratedWhite(0, 0.5f));
+    EXPECT_EQ(o().maximumTextSizeTextField->stringValue(), "Item size: 48 pt.");
+    EXPECT_EQ(o().timeoutSliderValueTextField->stringValue(), "200 ms (Default)");
+    EXPECT_EQ(o().settingsTabView->selectedTabViewItem()->identifier(), "triggers");
+    EXPECT_TRUE(pane->valueForSetting(keys::cycleAllWindows)->isData()) << "kept until overwritten";
+}
+
+TEST_F(PaneTest, OtherPanesAreFoundInTheUsersPreferencePanesFolder)
+{
+    EXPECT_FALSE(KRVXPreferencePanePath("Vexto Test Pane That Is Nowhere"));
+    std::filesystem::create_directories(
+        home.file("Library/PreferencePanes/Universal Access Test.prefPane"));
+    EXPECT_EQ(KRVXPreferencePanePath("Universal Access Test"),
+              home.file("Library/PreferencePanes/Universal Access Test.prefPane"));
+}
+
+} // namespace
+} // namespace vexto
