@@ -368,3 +368,29 @@ TEST_F(PaneTest, OtherPanesAreFoundInTheUsersPreferencePanesFolder)
 
 } // namespace
 } // namespace vexto
+
+namespace vexto {
+namespace {
+
+using test::PaneTest;
+
+TEST_F(PaneTest, TheShippedDefaultsNameItemsThatExist)
+{
+    std::filesystem::copy_file(test::testData("../../resources/KRVXDefaultSettings.plist"),
+                               resources() + "/KRVXDefaultSettings.plist",
+                               std::filesystem::copy_options::overwrite_existing);
+    load();
+    for (const PopUpButton* popUp :
+         {o().panelDelayPopUpButton, o().panelScreenPopUpButton, o().addActivateItemPopUpButton,
+          o().addCancelItemPopUpButton, o().applicationsSortOrderPopUpButton, o().iconModePopUpButton,
+          o().afterZoomingPopUpButton, o().afterMinimizingPopUpButton, o().afterClosingPopUpButton,
+          o().quickLookDelayPopUpButton}) {
+        EXPECT_NE(popUp->indexOfSelectedItem(), -1) << *pane->settingForControl(popUp);
+    }
+    EXPECT_EQ(o().maximumTextSizeTextField->stringValue(), "Item size: 48 pt.");
+    EXPECT_EQ(o().maximumPaneWidthTextField->stringValue(), "Vexto panel width: wide");
+    EXPECT_EQ(o().timeoutSliderValueTextField->stringValue(), "200 ms (Default)");
+}
+
+} // namespace
+} // namespace vexto
