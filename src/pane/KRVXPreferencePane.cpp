@@ -77,6 +77,7 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
     actions_.on("goHome:", [this](const ActionSender&) { goHome(); });
     actions_.on("donate:", [](const ActionSender&) {});
     actions_.on("doNothing:", [](const ActionSender&) {});
+    registerBindingActions();
 }
 
 KRVXPreferencePane::~KRVXPreferencePane()
@@ -260,6 +261,15 @@ void KRVXPreferencePane::didSelectTabViewItem(TabView& tabView, TabViewItem&)
     if (&tabView == outlets_.settingsTabView) {
         updatePreferencePaneFrame();
     }
+}
+
+bool KRVXPreferencePane::performActionNamed(std::string_view selector)
+{
+    if (!respondsToSelector(selector)) {
+        return false;
+    }
+    performAction(selector, ActionSender(mainView_.get()));
+    return true;
 }
 
 void KRVXPreferencePane::spaceDidChange()

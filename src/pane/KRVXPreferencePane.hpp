@@ -71,6 +71,14 @@ public:
     void revert();
     void goHome();
 
+    // --- automation ---
+    View* outletNamed(std::string_view name) const override { return outlets_.named(name); }
+    const PlistValue* valueForSettingKey(std::string_view key) override
+    {
+        return valueForSetting(key);
+    }
+    bool performActionNamed(std::string_view selector) override;
+
     // --- settings (the store's accessors) ---
     SettingsStore& store() { return store_; }
     PlistDictionary& settings() { return store_.settings(); }
@@ -117,13 +125,27 @@ public:
         actions_.performAction(selector, sender);
     }
     void menuNeedsUpdate(Menu&) override {}
-    void controlTextDidChange(TextField&) override {}
+    void controlTextDidChange(TextField& field) override;
+
+    // --- control binding: each kind of control turns its state into a stored value ---
+    void toggleBooleanSetting(Button& checkBox);
+    void changePopUpSetting(PopUpButton& popUp);
+    void changePopUpSettingWithTag(PopUpButton& popUp);
+    void changeSliderSetting(Slider& slider);
+    void changeColorSetting(ColorWell& well);
+    void changeFont(const MenuItem& item);
+    void changeFontSmoothing(const MenuItem& item);
+    // The selection colour's shading, in steps (default -15); 0 for other wells.
+    std::int64_t gradientValueForWell(const ColorWell* well);
+    void setGradientValue(std::int64_t value, const ColorWell* well);
 
 private:
     void hideSpacesControlsOnOlderSystems();
     void restoreLastTab();
     void fillVersionLines();
-    void initializeTimeout(std::optional<double> value, bool setSlider, bool setSetting);
+    void registerBindingActions();
+    void initializeTimeout(std::optional<double> value, bool setSlider, bool setSetting,
+                           Slider* movedSlider = nullptr);
     void initializeMaximumTextSize(std::optional<double> value, bool setSlider, bool setSetting);
     void initializeMaximumWindowWidth(std::optional<double> value, bool setSlider, bool setSetting);
     void initializeLayoutFromPresets(const PlistDictionary& presets, bool saveSettings);

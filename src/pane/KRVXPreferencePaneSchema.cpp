@@ -243,9 +243,14 @@ bool KRVXPreferencePane::initializeSwitch(Button* checkBox, const PlistDictionar
 // --- slider values and their labels -----------------------------------------------------
 
 void KRVXPreferencePane::initializeTimeout(std::optional<double> value, bool setSlider,
-                                           bool setSetting)
+                                           bool setSetting, Slider* movedSlider)
 {
-    const double seconds = value.value_or(defaultTimeout);
+    double seconds = value.value_or(defaultTimeout);
+    // Dragging near the default lands on it.
+    if (movedSlider != nullptr && !setSlider && std::fabs(seconds - defaultTimeout) < 0.05) {
+        movedSlider->setDoubleValue(defaultTimeout);
+        seconds = defaultTimeout;
+    }
     const auto milliseconds = static_cast<unsigned long>(seconds * 1000.0);
     std::string label =
         replacing(KRVXLocalizedString("%lu ms"), "%lu", std::to_string(milliseconds));

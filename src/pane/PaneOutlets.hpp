@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 namespace vexto {
 
 class Button;
@@ -100,6 +102,9 @@ struct PaneOutlets {
     Button* checkNowButton = nullptr;
     TextField* statusTextField = nullptr;
     TextField* statusDateTextField = nullptr;
+
+    // The control whose outlet has that name ("showQuickLookButton"), or none.
+    View* named(std::string_view name) const;
 };
 
 } // namespace vexto

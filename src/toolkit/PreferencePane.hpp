@@ -1,5 +1,9 @@
 #pragma once
 
+#include "foundation/PlistValue.hpp"
+
+#include <string_view>
+
 namespace vexto {
 
 class View;
@@ -18,6 +22,12 @@ public:
     virtual void didSelect() = 0;
     virtual void willUnselect() = 0;
     virtual void didUnselect() = 0;
+
+    // For hosts that automate the pane: its controls by outlet name, its settings by key, and its
+    // actions by selector. None, none and false where the pane has no such thing.
+    virtual View* outletNamed(std::string_view name) const = 0;
+    virtual const PlistValue* valueForSettingKey(std::string_view key) = 0;
+    virtual bool performActionNamed(std::string_view selector) = 0;
 };
 
 } // namespace vexto

@@ -382,9 +382,9 @@ TEST_F(PaneTest, TheShippedDefaultsNameItemsThatExist)
     load();
     for (const PopUpButton* popUp :
          {o().panelDelayPopUpButton, o().panelScreenPopUpButton, o().addActivateItemPopUpButton,
-          o().addCancelItemPopUpButton, o().applicationsSortOrderPopUpButton, o().iconModePopUpButton,
-          o().afterZoomingPopUpButton, o().afterMinimizingPopUpButton, o().afterClosingPopUpButton,
-          o().quickLookDelayPopUpButton}) {
+          o().addCancelItemPopUpButton, o().applicationsSortOrderPopUpButton,
+          o().iconModePopUpButton, o().afterZoomingPopUpButton, o().afterMinimizingPopUpButton,
+          o().afterClosingPopUpButton, o().quickLookDelayPopUpButton}) {
         EXPECT_NE(popUp->indexOfSelectedItem(), -1) << *pane->settingForControl(popUp);
     }
     EXPECT_EQ(o().maximumTextSizeTextField->stringValue(), "Item size: 48 pt.");

@@ -1,0 +1,194 @@
+#include "JsonDescriptions.hpp"
+
+#include "foundation/TypedStreamUnarchiver.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/Control.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+#include "toolkit/TabView.hpp"
+#include "toolkit/TextField.hpp"
+#include "toolkit/TextView.hpp"
+#include "toolkit/Window.hpp"
+
+#include <charconv>
+#include <cmath>
+
+namespace vexto {
+
+namespace {
+
+std::string number(double value)
+{
+    if (!std::isfinite(value)) {
+        return "null";
+    }
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
+std::string base64(const PlistData& data)
+{
+    static constexpr char alphabet[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    for (std::size_t i = 0; i < data.size(); i += 3) {
+        const unsigned chunk = (unsigned(data[i]) << 16) |
+                               (i + 1 < data.size() ? unsigned(data[i + 1]) << 8 : 0) |
+                               (i + 2 < data.size() ? unsigned(data[i + 2]) : 0);
+        out += alphabet[(chunk >> 18) & 63];
+        out += alphabet[(chunk >> 12) & 63];
+        out += i + 1 < data.size() ? alphabet[(chunk >> 6) & 63] : '=';
+        out += i + 2 < data.size() ? alphabet[chunk & 63] : '=';
+    }
+    return out;
+}
+
+std::string frame(const Rect& r)
+{
+    return "[" + number(r.minX()) + "," + number(r.minY()) + "," + number(r.width()) + "," +
+           number(r.height()) + "]";
+}
+
+std::string menuItems(const Menu& menu)
+{
+    std::string out = "[";
+    for (int i = 0; i < menu.numberOfItems(); ++i) {
+        const MenuItem& item = *menu.itemAtIndex(i);
+        out +=
+            std::string(i > 0 ? "," : "") + "{\"title\":" + JsonDescriptions::string(item.title()) +
+            ",\"tag\":" + std::to_string(item.tag()) + ",\"state\":" + std::to_string(item.state());
+        if (item.isSeparatorItem()) {
+            out += ",\"separator\":true";
+        }
+        if (item.submenu()) {
+            out += ",\"submenu\":" + menuItems(*item.submenu());
+        }
+        out += "}";
+    }
+    return out + "]";
+}
+
+} // namespace
+
+std::string JsonDescriptions::string(std::string_view text)
+{
+    std::string out = "\"";
+    for (const char c : text) {
+        switch (c) {
+        case '"':
+            out += "\\\"";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20) {
+                char escaped[8];
+                std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
+                out += escaped;
+            } else {
+                out += c;
+            }
+        }
+    }
+    return out + "\"";
+}
+
+std::string JsonDescriptions::value(const PlistValue& value)
+{
+    switch (value.type()) {
+    case PlistValue::Type::Boolean:
+        return *value.asBoolean() ? "true" : "false";
+    case PlistValue::Type::Integer:
+        return std::to_string(*value.asInteger());
+    case PlistValue::Type::Real:
+        return number(*value.asReal());
+    case PlistValue::Type::String:
+        return string(*value.asString());
+    case PlistValue::Type::Date:
+        return "{\"date\":" + number(value.asDate()->secondsSinceReferenceDate) + "}";
+    case PlistValue::Type::Data: {
+        std::string out = "{\"data\":\"" + base64(*value.asData()) + "\"";
+        if (const auto object = TypedStreamUnarchiver::unarchiveObjectWithData(*value.asData())) {
+            if (const Color* color = std::get_if<Color>(&*object)) {
+                out += ",\"color\":" + string(color->description());
+            }
+        }
+        return out + "}";
+    }
+    case PlistValue::Type::Array: {
+        std::string out = "[";
+        for (const PlistValue& item : *value.asArray()) {
+            out += (out.size() > 1 ? "," : "") + JsonDescriptions::value(item);
+        }
+        return out + "]";
+    }
+    case PlistValue::Type::Dictionary: {
+        std::string out = "{";
+        for (const auto& [key, item] : *value.asDictionary()) {
+            out += (out.size() > 1 ? "," : "") + string(key) + ":" + JsonDescriptions::value(item);
+        }
+        return out + "}";
+    }
+    }
+    return "null";
+}
+
+std::string JsonDescriptions::setting(std::string_view key, const PlistValue* stored)
+{
+    return "{\"setting\":" + string(key) +
+           ",\"value\":" + (stored != nullptr ? value(*stored) : "null") + "}";
+}
+
+std::string JsonDescriptions::control(std::string_view outlet, const View& view)
+{
+    std::string out = "{\"outlet\":" + string(outlet) + ",\"class\":" + string(view.className()) +
+                      ",\"hidden\":" + (view.isHidden() ? "true" : "false") +
+                      ",\"frame\":" + frame(view.frame());
+    if (const auto* control = dynamic_cast<const Control*>(&view)) {
+        out += std::string(",\"enabled\":") + (control->isEnabled() ? "true" : "false");
+    }
+    if (const auto* button = dynamic_cast<const Button*>(&view)) {
+        out += ",\"state\":" + std::to_string(button->state()) +
+               ",\"title\":" + string(button->title());
+    } else if (const auto* popUp = dynamic_cast<const PopUpButton*>(&view)) {
+        out += ",\"selectedIndex\":" + std::to_string(popUp->indexOfSelectedItem()) +
+               ",\"selectedTag\":" + std::to_string(popUp->selectedTag()) +
+               ",\"selectedTitle\":" + string(popUp->titleOfSelectedItem()) +
+               ",\"title\":" + string(popUp->title()) + ",\"items\":" + menuItems(popUp->menu());
+    } else if (const auto* slider = dynamic_cast<const Slider*>(&view)) {
+        out += ",\"value\":" + number(slider->doubleValue()) +
+               ",\"min\":" + number(slider->minValue()) + ",\"max\":" + number(slider->maxValue());
+    } else if (const auto* well = dynamic_cast<const ColorWell*>(&view)) {
+        out += ",\"color\":" + string(well->color().description());
+    } else if (const auto* text = dynamic_cast<const TextView*>(&view)) {
+        out += ",\"string\":" + string(text->string());
+    } else if (const auto* field = dynamic_cast<const Control*>(&view)) {
+        out += ",\"string\":" + string(field->stringValue());
+    }
+    if (!view.toolTip().empty()) {
+        out += ",\"toolTip\":" + string(view.toolTip());
+    }
+    return out + "}";
+}
+
+std::string JsonDescriptions::window(const Window& window, const TabView* tabs)
+{
+    const TabViewItem* selected = tabs != nullptr ? tabs->selectedTabViewItem() : nullptr;
+    return "{\"frame\":" + frame(window.frame()) +
+           ",\"selectedTab\":" + (selected != nullptr ? string(selected->identifier()) : "null") +
+           "}";
+}
+
+} // namespace vexto

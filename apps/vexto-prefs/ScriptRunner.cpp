@@ -1,0 +1,392 @@
+#include "ScriptRunner.hpp"
+
+#include "JsonDescriptions.hpp"
+#include "KeyCombination.hpp"
+#include "PaneHost.hpp"
+#include "ScriptedAlerts.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/HomeDirectory.hpp"
+#include "foundation/TextEncoding.hpp"
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "platform/RunLoop.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/PreferencePane.hpp"
+#include "toolkit/Slider.hpp"
+#include "toolkit/TabView.hpp"
+#include "toolkit/TextField.hpp"
+#include "toolkit/Window.hpp"
+
+#include <charconv>
+
+namespace vexto {
+
+namespace {
+
+constexpr const char* savedSettingsPath = "~/Library/Application Support/Vexto/Settings.plist";
+
+std::optional<double> number(std::string_view text)
+{
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+bool fail(std::string& error, std::string message)
+{
+    error = std::move(message);
+    return false;
+}
+
+bool expectWords(const std::vector<std::string>& words, std::size_t count, std::string& error)
+{
+    if (words.size() != count) {
+        return fail(error, "\"" + words[0] + "\" takes " + std::to_string(count - 1) + " argument" +
+                               (count == 2 ? "" : "s"));
+    }
+    return true;
+}
+
+} // namespace
+
+ScriptRunner::ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts,
+                           std::ostream& out, std::ostream& errors)
+    : host_(host), runLoop_(runLoop), alerts_(alerts), out_(out), errors_(errors)
+{}
+
+std::optional<std::vector<std::string>> ScriptRunner::words(std::string_view line,
+                                                            std::string& error)
+{
+    std::vector<std::string> result;
+    std::string word;
+    bool inWord = false;
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (quoted) {
+            if (c == '\\' && i + 1 < line.size() && (line[i + 1] == '"' || line[i + 1] == '\\')) {
+                word += line[++i];
+            } else if (c == '"') {
+                quoted = false;
+            } else {
+                word += c;
+            }
+        } else if (c == '"') {
+            quoted = true;
+            inWord = true;
+        } else if (c == '#') {
+            break;
+        } else if (c == ' ' || c == '\t' || c == '\r') {
+            if (inWord) {
+                result.push_back(std::move(word));
+                word.clear();
+                inWord = false;
+            }
+        } else {
+            word += c;
+            inWord = true;
+        }
+    }
+    if (quoted) {
+        error = "a quote is not closed";
+        return std::nullopt;
+    }
+    if (inWord) {
+        result.push_back(std::move(word));
+    }
+    return result;
+}
+
+int ScriptRunner::run(std::istream& script)
+{
+    std::string line;
+    int lineNumber = 0;
+    while (!quit_ && std::getline(script, line)) {
+        ++lineNumber;
+        std::string error;
+        const auto parsed = words(line, error);
+        if (!parsed || (!parsed->empty() && !runCommand(*parsed, error))) {
+            out_.flush();
+            errors_ << "script line " << lineNumber << ": " << error << '\n';
+            host_.unselect();
+            return 2;
+        }
+        out_.flush();
+    }
+    host_.unselect();
+    return 0;
+}
+
+View* ScriptRunner::outlet(const Words& words, std::size_t index, std::string& error) const
+{
+    if (index >= words.size()) {
+        fail(error, "\"" + words[0] + "\" needs an outlet");
+        return nullptr;
+    }
+    View* view = host_.pane().outletNamed(words[index]);
+    if (view == nullptr) {
+        fail(error, "no outlet named " + words[index]);
+    }
+    return view;
+}
+
+bool ScriptRunner::runCommand(const Words& words, std::string& error)
+{
+    const std::string& command = words[0];
+    PreferencePane& pane = host_.pane();
+    if (command == "quit") {
+        quit_ = true;
+        return expectWords(words, 1, error);
+    }
+    if (command == "select" || command == "unselect") {
+        if (!expectWords(words, 1, error)) {
+            return false;
+        }
+        command == "select" ? host_.select() : host_.unselect();
+        return true;
+    }
+    if (command == "revert") {
+        return expectWords(words, 1, error) && pane.performActionNamed("revert:");
+    }
+    if (command == "select-tab") {
+        if (!expectWords(words, 2, error)) {
+            return false;
+        }
+        TabView* tabs = host_.settingsTabView();
+        return (tabs != nullptr && tabs->selectTabViewItemWithIdentifier(words[1])) ||
+               fail(error, "no tab with the identifier " + words[1]);
+    }
+    if (command == "click") {
+        View* view = outlet(words, 1, error);
+        if (view == nullptr || !expectWords(words, 2, error)) {
+            return false;
+        }
+        if (auto* button = dynamic_cast<Button*>(view)) {
+            button->performClick();
+        } else if (auto* well = dynamic_cast<ColorWell*>(view)) {
+            well->performClick();
+        } else {
+            return fail(error, words[1] + " is not a button");
+        }
+        return true;
+    }
+    if (command == "set-state") {
+        auto* button = dynamic_cast<Button*>(outlet(words, 1, error));
+        const auto state = words.size() == 3 ? number(words[2]) : std::nullopt;
+        if (button == nullptr || !state) {
+            return error.empty() ? fail(error, "set-state takes a button and -1, 0 or 1") : false;
+        }
+        button->setState(static_cast<int>(*state));
+        button->sendAction();
+        return true;
+    }
+    if (command == "choose") {
+        return choose(words, error);
+    }
+    if (command == "choose-submenu") {
+        return chooseSubmenu(words, error);
+    }
+    if (command == "slide") {
+        return slide(words, error);
+    }
+    if (command == "type") {
+        return type(words, error);
+    }
+    if (command == "key") {
+        return press(words, error);
+    }
+    if (command == "clear") {
+        return clear(words, error);
+    }
+    if (command == "answer") {
+        if (!expectWords(words, 2, error)) {
+            return false;
+        }
+        const std::string& answer = words[1];
+        if (answer != "default" && answer != "alternate" && answer != "other") {
+            return fail(error, "answer takes default, alternate or other");
+        }
+        alerts_.queueAnswer(answer == "default"     ? Alerts::defaultReturn
+                            : answer == "alternate" ? Alerts::alternateReturn
+                                                    : Alerts::otherReturn);
+        return true;
+    }
+    if (command == "answer-file") {
+        if (!expectWords(words, 2, error)) {
+            return false;
+        }
+        fileAnswers_.push_back(words[1]);
+        return true;
+    }
+    if (command == "wait") {
+        const auto seconds = words.size() == 2 ? number(words[1]) : std::nullopt;
+        if (!seconds || *seconds < 0) {
+            return fail(error, "wait takes a number of seconds");
+        }
+        runLoop_.runFor(*seconds);
+        return true;
+    }
+    if (command == "print-setting" || command == "print-saved-setting") {
+        if (!expectWords(words, 2, error)) {
+            return false;
+        }
+        if (command == "print-setting") {
+            out_ << JsonDescriptions::setting(words[1], pane.valueForSettingKey(words[1])) << '\n';
+        } else {
+            printSavedSetting(words[1]);
+        }
+        return true;
+    }
+    if (command == "print-control") {
+        View* view = outlet(words, 1, error);
+        if (view == nullptr || !expectWords(words, 2, error)) {
+            return false;
+        }
+        out_ << JsonDescriptions::control(words[1], *view) << '\n';
+        return true;
+    }
+    if (command == "print-window") {
+        if (!expectWords(words, 1, error)) {
+            return false;
+        }
+        out_ << JsonDescriptions::window(host_.window(), host_.settingsTabView()) << '\n';
+        return true;
+    }
+    return fail(error, "unknown command \"" + command + "\"");
+}
+
+bool ScriptRunner::choose(const Words& words, std::string& error)
+{
+    auto* popUp = dynamic_cast<PopUpButton*>(outlet(words, 1, error));
+    if (popUp == nullptr || words.size() != 3) {
+        return error.empty()
+                   ? fail(error, "choose takes a pop-up and index=N, tag=N or title=\"T\"")
+                   : false;
+    }
+    popUp->willOpenMenu(); // menus built on demand are built now
+    const std::string& spec = words[2];
+    int index = -1;
+    if (spec.starts_with("index=")) {
+        index = static_cast<int>(number(spec.substr(6)).value_or(-1));
+    } else if (spec.starts_with("tag=")) {
+        index =
+            popUp->menu().indexOfItemWithTag(static_cast<int>(number(spec.substr(4)).value_or(-1)));
+    } else if (spec.starts_with("title=")) {
+        index = popUp->menu().indexOfItemWithTitle(spec.substr(6));
+    } else {
+        return fail(error, "choose takes index=N, tag=N or title=\"T\"");
+    }
+    MenuItem* item = popUp->itemAtIndex(index);
+    if (item == nullptr) {
+        return fail(error, words[1] + " has no item " + spec);
+    }
+    popUp->userDidChooseItem(*item);
+    return true;
+}
+
+bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
+{
+    auto* popUp = dynamic_cast<PopUpButton*>(outlet(words, 1, error));
+    if (popUp == nullptr || words.size() != 4) {
+        return error.empty() ? fail(error, "choose-submenu takes a pop-up, an item and a subitem")
+                             : false;
+    }
+    popUp->willOpenMenu();
+    const MenuItem* item = popUp->itemAtIndex(popUp->menu().indexOfItemWithTitle(words[2]));
+    if (item == nullptr || !item->submenu()) {
+        return fail(error, words[1] + " has no submenu " + words[2]);
+    }
+    MenuItem* subitem =
+        item->submenu()->itemAtIndex(item->submenu()->indexOfItemWithTitle(words[3]));
+    if (subitem == nullptr) {
+        return fail(error, words[2] + " has no item " + words[3]);
+    }
+    popUp->userDidChooseItem(*subitem);
+    return true;
+}
+
+bool ScriptRunner::slide(const Words& words, std::string& error)
+{
+    auto* slider = dynamic_cast<Slider*>(outlet(words, 1, error));
+    const auto value = words.size() == 3 ? number(words[2]) : std::nullopt;
+    if (slider == nullptr || !value) {
+        return error.empty() ? fail(error, "slide takes a slider and a value") : false;
+    }
+    // As a drag: the event being handled is a drag, not the final release.
+    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
+    slider->setDoubleValue(*value);
+    slider->sendAction();
+    return true;
+}
+
+bool ScriptRunner::type(const Words& words, std::string& error)
+{
+    auto* field = dynamic_cast<TextField*>(outlet(words, 1, error));
+    if (field == nullptr || words.size() != 3) {
+        return error.empty() ? fail(error, "type takes a text field and a text") : false;
+    }
+    if (words[2].empty()) {
+        field->userDidEditText("");
+        return true;
+    }
+    // One character at a time, as a person types.
+    const std::u16string units = TextEncoding::utf16FromUtf8(words[2]);
+    for (std::size_t length = 1; length <= units.size(); ++length) {
+        if (length < units.size() && units[length - 1] >= 0xD800 && units[length - 1] <= 0xDBFF) {
+            continue; // keep surrogate pairs together
+        }
+        field->userDidEditText(
+            TextEncoding::utf8FromUtf16(std::u16string_view(units).substr(0, length)));
+    }
+    return true;
+}
+
+bool ScriptRunner::press(const Words& words, std::string& error)
+{
+    View* view = outlet(words, 1, error);
+    if (view == nullptr || !expectWords(words, 3, error)) {
+        return false;
+    }
+    const auto combination = KeyCombination::parse(words[2]);
+    if (!combination) {
+        return fail(error, "not a key combination: " + words[2]);
+    }
+    Window& window = host_.window();
+    if (!view->acceptsFirstResponder() || !window.makeFirstResponder(view)) {
+        return fail(error, words[1] + " does not take the keyboard focus");
+    }
+    for (const Event::Type type : {Event::Type::KeyDown, Event::Type::KeyUp}) {
+        window.sendEvent(Event::key(type, combination->keyCode, combination->modifierFlags,
+                                    combination->characters,
+                                    combination->charactersIgnoringModifiers));
+    }
+    return true;
+}
+
+bool ScriptRunner::clear(const Words& words, std::string& error)
+{
+    auto* field = dynamic_cast<KRVXHotKeyTextView*>(outlet(words, 1, error));
+    if (field == nullptr || !expectWords(words, 2, error)) {
+        return error.empty() ? fail(error, words[1] + " is not a hot-key field") : false;
+    }
+    if (field->deleteButton() == nullptr) {
+        return fail(error, words[1] + " has no clear button");
+    }
+    field->deleteButton()->performClick();
+    return true;
+}
+
+void ScriptRunner::printSavedSetting(const std::string& key)
+{
+    const auto saved =
+        deeplyMutableDictionaryWithContentsOfFile(HomeDirectory::expandTilde(savedSettingsPath));
+    out_ << JsonDescriptions::setting(key, saved ? objectForKey(*saved, key) : nullptr) << '\n';
+}
+
+} // namespace vexto

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Alerts.hpp"
+
+namespace vexto {
+
+// Alerts as modal Qt message boxes, with the buttons in the platform's order.
+class QtAlerts final : public Alerts {
+public:
+    int runModal(const AlertRequest& request) override;
+};
+
+} // namespace vexto

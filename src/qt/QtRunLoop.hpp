@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/QueuedRunLoop.hpp"
+
+#include <QTimer>
+
+namespace vexto {
+
+// The run loop of a Qt host: delayed performs fire from Qt's own event loop, through one timer
+// set to the next due time. Qt has no tracking or modal-panel modes of its own, so everything
+// fires in the default mode.
+class QtRunLoop final : public QueuedRunLoop {
+public:
+    QtRunLoop();
+
+    double now() const override;
+    void performAfterDelay(const void* target, std::string selector, PerformArgument argument,
+                           double delay, RunLoopModes modes, std::function<void()> action) override;
+    void cancelPreviousPerformRequests(const void* target, std::string_view selector,
+                                       const PerformArgument& argument) override;
+    void cancelPreviousPerformRequests(const void* target) override;
+    void sleep(double seconds) override;
+    // Runs Qt's event loop for that long.
+    void runFor(double seconds) override;
+
+private:
+    void fireDue();
+    void reschedule();
+
+    QTimer timer_;
+};
+
+} // namespace vexto

@@ -1,0 +1,145 @@
+#include "PaneTestFixture.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
+
+namespace vexto {
+namespace {
+
+namespace keys = settingkeys;
+using test::PaneTest;
+
+class ControlBindingTest : public PaneTest {
+protected:
+    ControlBindingTest() { load(); }
+
+    void drag(Slider* slider, double value)
+    {
+        Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
+        slider->setDoubleValue(value);
+        slider->sendAction();
+    }
+
+    std::optional<double> storedReal(std::string_view key)
+    {
+        const PlistValue* value = pane->valueForSetting(key);
+        return value != nullptr ? value->doubleValue() : std::nullopt;
+    }
+};
+
+TEST_F(ControlBindingTest, TheTimeoutSnapsToItsDefaultWhenDraggedNearIt)
+{
+    drag(o().timeoutSlider, 0.23);
+    EXPECT_FLOAT_EQ(static_cast<float>(*storedReal(keys::accessibilityApiTimeout)), 0.2f);
+    EXPECT_DOUBLE_EQ(o().timeoutSlider->doubleValue(), 0.2);
+    EXPECT_EQ(o().timeoutSliderValueTextField->stringValue(), "200 ms (Default)");
+    drag(o().timeoutSlider, 0.5);
+    EXPECT_EQ(o().timeoutSliderValueTextField->stringValue(), "500 ms");
+}
+
+TEST_F(ControlBindingTest, APanelAlmostAsWideAsTheScreenIsStoredAsWideAsNeeded)
+{
+    for (const auto& [position, stored] : {std::pair{0.995, -1.0}, {0.99, -1.0}, {0.98, 0.98}}) {
+        drag(o().maximumPaneWidthSlider, position);
+        EXPECT_FLOAT_EQ(static_cast<float>(*storedReal(keys::maximumWidth)),
+                        static_cast<float>(stored))
+            << position;
+    }
+    drag(o().maximumTextSizeSlider, 200);
+    EXPECT_FLOAT_EQ(static_cast<float>(*storedReal(keys::itemHeight)), 128);
+}
+
+TEST_F(ControlBindingTest, SlidersSaveHalfASecondLaterAndAskForASampleWhileDragging)
+{
+    pane->settings();
+    center.clearPosted();
+    drag(o().maximumTextSizeSlider, 64);
+    EXPECT_TRUE(center.posted().empty());
+    loop.advance(0.5);
+    ASSERT_EQ(center.posted().size(), 1u);
+    EXPECT_EQ(center.posted()[0].object, "Dummy");
+
+    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseUp, Point{}));
+    o().maximumTextSizeSlider->sendAction(); // the final release asks for no sample
+    loop.advance(0.5);
+    EXPECT_EQ(center.posted().back().object, std::nullopt);
+}
+
+TEST_F(ControlBindingTest,
+       TheMixedSpaceBadgeStateStoresBothKeysAndIsNotRestoredBySwitchingSpacesOnAgain)
+{
+    o().showSpaceBadgesButton->setState(Button::mixedState);
+    o().showSpaceBadgesButton->sendAction();
+    EXPECT_TRUE(pane->boolForSetting(keys::alwaysShowSpaceBadges));
+    EXPECT_TRUE(pane->boolForSetting(keys::hideCurrentSpaceBadges));
+
+    Button* spaces = o().switchAcrossSpacesButton;
+    spaces->setState(Button::offState);
+    spaces->sendAction();
+    EXPECT_EQ(o().showSpaceBadgesButton->state(), Button::offState);
+    EXPECT_FALSE(o().showSpaceBadgesButton->isEnabled());
+    EXPECT_FALSE(o().spaceBadgeColorWell->isEnabled());
+    spaces->setState(Button::onState);
+    spaces->sendAction();
+    EXPECT_EQ(o().showSpaceBadgesButton->state(), Button::onState);
+    EXPECT_TRUE(pane->boolForSetting(keys::hideCurrentSpaceBadges))
+        << "the settings stay as they were";
+}
+
+TEST_F(ControlBindingTest, ExceptionListsSplitAtEveryCommaAndAnEmptyFieldRemovesTheKey)
+{
+    TextField* field = o().applicationExceptionsTextField;
+    field->userDidEditText("Finder,");
+    EXPECT_EQ(*pane->valueForSetting(keys::applicationExceptions),
+              PlistValue(PlistArray{"Finder", ""}));
+    field->userDidEditText(" Mail , Safari");
+    EXPECT_EQ(*pane->valueForSetting(keys::applicationExceptions),
+              PlistValue(PlistArray{" Mail ", " Safari"}));
+    field->userDidEditText("");
+    EXPECT_FALSE(pane->valueForSetting(keys::applicationExceptions));
+}
+
+TEST_F(ControlBindingTest, TheKeyBadgeFollowsTheSelectionColourOnlyWithoutAColourOfItsOwn)
+{
+    ColorWell* selection = o().selectionColorWell;
+    selection->setColor(Color::calibratedRGB(1, 0, 0, 1));
+    selection->sendAction();
+    EXPECT_EQ(o().keyBadgeColorWell->color(), Color::calibratedRGB(1, 0, 0, 1));
+    EXPECT_FALSE(pane->valueForSetting(keys::keyBadgeColor)) << "following is not storing";
+
+    archiveObject(pane->settings(), Color::whiteColor(), keys::keyBadgeColor);
+    selection->setColor(Color::calibratedRGB(0, 1, 0, 1));
+    selection->sendAction();
+    EXPECT_EQ(o().keyBadgeColorWell->color(), Color::whiteColor());
+}
+
+TEST_F(ControlBindingTest, ChoosingNoIconsHidesTheOverlayBoxAtOnce)
+{
+    PopUpButton* icons = o().iconModePopUpButton;
+    icons->userDidChooseItem(*icons->itemAtIndex(icons->menu().indexOfItemWithTag(0)));
+    EXPECT_TRUE(o().showDocumentIconOverlaysButton->superview()->isHidden());
+    EXPECT_EQ(pane->integerForSetting(keys::iconMode, -1), 0);
+    icons->userDidChooseItem(*icons->itemAtIndex(icons->menu().indexOfItemWithTag(2)));
+    EXPECT_FALSE(o().showDocumentIconOverlaysButton->superview()->isHidden());
+}
+
+TEST_F(ControlBindingTest, ShadowsAndNamesAskTheDaemonForASampleButQuickLookBordersDoNot)
+{
+    pane->settings();
+    center.clearPosted();
+    o().windowNameShadowButton->performClick();
+    o().addCancelItemButton->performClick();
+    ASSERT_EQ(center.posted().size(), 2u);
+    EXPECT_EQ(center.posted()[0].object, "Dummy");
+    EXPECT_EQ(center.posted()[1].object, std::nullopt);
+    EXPECT_TRUE(o().addCancelItemPopUpButton->isEnabled());
+
+    o().quickLookBorderColorWell->sendAction();
+    loop.advance(0.5);
+    EXPECT_EQ(center.posted().back().object, std::nullopt);
+}
+
+} // namespace
+} // namespace vexto
