@@ -35,8 +35,7 @@ const std::initializer_list<Item> panelDelays = {
     {"0.5 seconds", 500}, {"0.75 seconds", 750}, {"1 second", 1000}};
 const std::initializer_list<Item> panelScreens = {{"the main screen", 0},
                                                   {"the screen with the mouse pointer", 1}};
-const std::initializer_list<Item> itemPositions = {{"at the top of the panel", 0},
-                                                   {"at the bottom of the panel", 1}};
+const std::initializer_list<Item> itemPositions = {{"at the top", 0}, {"at the bottom", 1}};
 const std::initializer_list<Item> sortOrders = {
     {"by name", 0}, {"by launch date", 1}, {"by number of windows", 2}, {"by most recent use", 3}};
 const std::initializer_list<Item> iconModes = {
@@ -170,44 +169,49 @@ KRVXHotKeyTextView* hotKeyField(Page& page, Rect frame)
 
 void buildTriggers(Page& page, PaneOutlets& o)
 {
-    constexpr double fieldWidth = 170;
+    constexpr double wideLabel = 290;
+    constexpr double firstField = leftMargin + wideLabel + 8;
+    constexpr double fieldWidth = 160;
+    constexpr double secondField = firstField + fieldWidth + 12;
+    const auto label = [&](const char* title, double y) {
+        page.label(title, Rect(leftMargin, y, wideLabel, controlHeight));
+    };
     double y = page.nextRow();
-    page.label("Forward", controlFrame(y, fieldWidth), TextAlignment::Center);
-    page.label("Backward", controlFrame(y, fieldWidth, fieldX + fieldWidth + 12),
-               TextAlignment::Center);
+    page.label("Forward", controlFrame(y, fieldWidth, firstField), TextAlignment::Center);
+    page.label("Backward", controlFrame(y, fieldWidth, secondField), TextAlignment::Center);
     const HotKeyRow cycles[] = {
         {"All windows:", &o.allForwardTextView, &o.allBackwardTextView},
         {"Non-minimized windows:", &o.normalForwardTextView, &o.normalBackwardTextView},
         {"Minimized windows:", &o.minimizedForwardTextView, &o.minimizedBackwardTextView},
-        {"All windows of the frontmost application:", &o.frontmostAllForwardTextView,
+        {"Frontmost application, all windows:", &o.frontmostAllForwardTextView,
          &o.frontmostAllBackwardTextView},
-        {"Non-minimized windows of the frontmost application:", &o.frontmostNormalForwardTextView,
+        {"Frontmost application, non-minimized:", &o.frontmostNormalForwardTextView,
          &o.frontmostNormalBackwardTextView},
-        {"Minimized windows of the frontmost application:", &o.frontmostMinimizedForwardTextView,
+        {"Frontmost application, minimized:", &o.frontmostMinimizedForwardTextView,
          &o.frontmostMinimizedBackwardTextView},
     };
     for (const HotKeyRow& row : cycles) {
         y = page.nextRow();
-        page.label(row.title, labelFrame(y));
-        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth));
-        *row.backward = hotKeyField(page, controlFrame(y, fieldWidth, fieldX + fieldWidth + 12));
+        label(row.title, y);
+        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth, firstField));
+        *row.backward = hotKeyField(page, controlFrame(y, fieldWidth, secondField));
     }
     page.skip(12);
     const HotKeyRow additional[] = {
         {"Zoom the frontmost window:", &o.zoomFrontmostTextView, nullptr},
         {"Minimize the frontmost window:", &o.minimizeFrontmostTextView, nullptr},
         {"Close the frontmost window:", &o.closeFrontmostTextView, nullptr},
-        {"Deminimize all minimized windows:", &o.deminimizeAllMinimizedTextView, nullptr},
-        {"Deminimize the frontmost application's windows:",
+        {"Deminimize all windows:", &o.deminimizeAllMinimizedTextView, nullptr},
+        {"Deminimize the frontmost application:",
          &o.deminimizeFrontmostApplicationMinimizedTextView, nullptr},
         {"Close all minimized windows:", &o.closeAllMinimizedTextView, nullptr},
-        {"Close the frontmost application's minimized windows:",
+        {"Close the frontmost application's minimized:",
          &o.closeFrontmostApplicationMinimizedTextView, nullptr},
     };
     for (const HotKeyRow& row : additional) {
         y = page.nextRow();
-        page.label(row.title, labelFrame(y));
-        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth));
+        label(row.title, y);
+        *row.forward = hotKeyField(page, controlFrame(y, fieldWidth, firstField));
     }
 }
 
@@ -220,15 +224,13 @@ void buildPanel(Page& page, PaneOutlets& o)
     page.label("Show the panel on:", labelFrame(y));
     o.panelScreenPopUpButton = page.popUp(panelScreens, true, controlFrame(y, 260));
     y = page.nextRow();
-    o.addActivateItemButton =
-        page.checkBox("Add an item that activates the selection", controlFrame(y, 260));
+    o.addActivateItemButton = page.checkBox("Add an activation item", controlFrame(y, 230));
     o.addActivateItemPopUpButton =
-        page.popUp(itemPositions, false, controlFrame(y, 200, fieldX + 270));
+        page.popUp(itemPositions, false, controlFrame(y, 140, fieldX + 240));
     y = page.nextRow();
-    o.addCancelItemButton =
-        page.checkBox("Add an item that closes the panel", controlFrame(y, 260));
+    o.addCancelItemButton = page.checkBox("Add a cancellation item", controlFrame(y, 230));
     o.addCancelItemPopUpButton =
-        page.popUp(itemPositions, false, controlFrame(y, 200, fieldX + 270));
+        page.popUp(itemPositions, false, controlFrame(y, 140, fieldX + 240));
     y = page.nextRow();
     o.activateOnNoModifiersButton = page.checkBox(
         "Activate the selection when all modifier keys are released", controlFrame(y, 380));
@@ -310,11 +312,11 @@ void buildAppearance(Page& page, PaneOutlets& o)
         *row.well = page.well(controlFrame(y, 52));
     }
     y = page.nextRow();
-    o.panelShadowButton = page.checkBox("Panel shadow", controlFrame(y, 140));
-    o.applicationNameShadowButton =
-        page.checkBox("Application name shadow", controlFrame(y, 190, fieldX + 150));
+    o.panelShadowButton = page.checkBox("Panel shadow", controlFrame(y, 180));
+    y = page.nextRow();
+    o.applicationNameShadowButton = page.checkBox("Application name shadow", controlFrame(y, 190));
     o.windowNameShadowButton =
-        page.checkBox("Window name shadow", controlFrame(y, 180, fieldX + 350));
+        page.checkBox("Window name shadow", controlFrame(y, 180, fieldX + 200));
 }
 
 TextField* exceptionsField(Page& page, TextFieldDelegate* delegate, Rect frame)

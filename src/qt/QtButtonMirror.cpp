@@ -41,7 +41,7 @@ void QtButtonMirror::syncAll()
 {
     auto* widget = static_cast<QAbstractButton*>(this->widget());
     const QSignalBlocker block(widget);
-    widget->setText(QString::fromStdString(button_.title()));
+    widget->setText(plainTitle(button_.title()));
     widget->setEnabled(button_.isEnabled());
     if (auto* box = qobject_cast<QCheckBox*>(widget)) {
         box->setTristate(button_.allowsMixedState());

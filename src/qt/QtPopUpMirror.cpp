@@ -77,7 +77,7 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
             qtMenu.addSeparator();
             continue;
         }
-        const QString title = QString::fromStdString(item->title());
+        const QString title = plainTitle(item->title());
         if (item->submenu()) {
             QMenu* sub = qtMenu.addMenu(title);
             fillQtMenu(*sub, *item->submenu(), 0);
@@ -111,7 +111,7 @@ void QtPopUpMirror::syncAll()
 
 void QtPopUpMirror::syncPullDownTitle()
 {
-    static_cast<QPushButton*>(widget())->setText(QString::fromStdString(popUp_.title()));
+    static_cast<QPushButton*>(widget())->setText(plainTitle(popUp_.title()));
 }
 
 void QtPopUpMirror::syncComboBox()

@@ -31,7 +31,7 @@ void QtTabViewMirror::rebuildPages()
     for (int i = 0; i < tabView_.numberOfTabViewItems(); ++i) {
         TabViewItem* item = tabView_.tabViewItemAtIndex(i);
         auto* page = new QWidget();
-        tabs->addTab(page, QString::fromStdString(item->label()));
+        tabs->addTab(page, plainTitle(item->label()));
         if (item->view()) {
             auto child = create(item->view(), page);
             child->setPinnedToParentOrigin(true);

@@ -1,16 +1,20 @@
 #include "qt/QtViewMirror.hpp"
 
 #include "qt/QtButtonMirror.hpp"
+#include "qt/QtColorWellMirror.hpp"
 #include "qt/QtCustomViewMirror.hpp"
 #include "qt/QtPopUpMirror.hpp"
 #include "qt/QtSliderMirror.hpp"
 #include "qt/QtTabViewMirror.hpp"
 #include "qt/QtTextFieldMirror.hpp"
+#include "qt/QtTextViewMirror.hpp"
 #include "toolkit/Button.hpp"
+#include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "toolkit/TextView.hpp"
 
 #include <cmath>
 
@@ -32,6 +36,10 @@ std::unique_ptr<QtViewMirror> QtViewMirror::create(std::shared_ptr<View> view, Q
         mirror.reset(new QtTextFieldMirror(std::move(field), parent));
     } else if (auto tabs = std::dynamic_pointer_cast<TabView>(view)) {
         mirror.reset(new QtTabViewMirror(std::move(tabs), parent));
+    } else if (auto well = std::dynamic_pointer_cast<ColorWell>(view)) {
+        mirror.reset(new QtColorWellMirror(std::move(well), parent));
+    } else if (auto text = std::dynamic_pointer_cast<TextView>(view)) {
+        mirror.reset(new QtTextViewMirror(std::move(text), parent));
     } else {
         mirror.reset(new QtViewMirror(std::move(view), new QWidget(parent)));
     }
@@ -84,6 +92,11 @@ void QtViewMirror::place()
     for (const auto& child : children_) {
         child->place();
     }
+}
+
+QString QtViewMirror::plainTitle(const std::string& title)
+{
+    return QString::fromStdString(title).replace('&', "&&");
 }
 
 QtViewMirror* QtViewMirror::find(const View* view)

@@ -32,6 +32,9 @@ public:
     // The mirror of a view in this subtree, or none.
     QtViewMirror* find(const View* view);
 
+    // A title for Qt widgets that read "&" as a shortcut marker: shown as the text it is.
+    static QString plainTitle(const std::string& title);
+
 protected:
     QtViewMirror(std::shared_ptr<View> view, QWidget* widget);
 

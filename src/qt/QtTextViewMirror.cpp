@@ -1,0 +1,64 @@
+#include "qt/QtTextViewMirror.hpp"
+
+#include "qt/QtCanvas.hpp"
+#include "toolkit/TextView.hpp"
+#include "toolkit/Window.hpp"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace vexto {
+
+namespace {
+
+class TextBox final : public QWidget {
+public:
+    TextBox(TextView& view, QWidget* parent) : QWidget(parent), view_(view) {}
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        const QRect frame = rect().adjusted(0, 0, -1, -1);
+        painter.fillRect(frame, QtCanvas::qtColor(view_.backgroundColor()));
+        painter.setPen(view_.isFirstResponder() ? palette().color(QPalette::Highlight)
+                                                : QColor(160, 160, 160));
+        painter.drawRect(frame);
+        QFont font = painter.font();
+        font.setPointSizeF(view_.font().pointSize());
+        painter.setFont(font);
+        painter.setPen(QtCanvas::qtColor(view_.textColor()));
+        const QString text = QString::fromStdString(view_.string());
+        const QRect textArea = frame.adjusted(4, 0, -4, 0);
+        const bool truncate =
+            view_.paragraphStyle().lineBreak == ParagraphStyle::LineBreak::TruncateTail;
+        painter.drawText(
+            textArea, QtCanvas::qtAlignment(view_.paragraphStyle().alignment),
+            truncate ? painter.fontMetrics().elidedText(text, Qt::ElideRight, textArea.width())
+                     : text);
+    }
+
+    void mousePressEvent(QMouseEvent*) override
+    {
+        if (Window* window = view_.window()) {
+            window->makeFirstResponder(&view_);
+            update();
+        }
+    }
+
+private:
+    TextView& view_;
+};
+
+} // namespace
+
+QtTextViewMirror::QtTextViewMirror(std::shared_ptr<TextView> view, QWidget* parent)
+    : QtViewMirror(view, new TextBox(*view, parent))
+{}
+
+void QtTextViewMirror::syncAll()
+{
+    widget()->update();
+}
+
+} // namespace vexto
