@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
-# Builds the pane's tools and runs them on the shipped defaults file.
+# Builds the pane and its host and shows the pane: in a window when there is a display, otherwise
+# rendered offscreen, one picture a tab.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
 
-install_packages "${CORE_PACKAGES[@]}"
+install_packages "${CORE_PACKAGES[@]}" "${QT_PACKAGES[@]}"
 configure_and_build build -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
-defaults=resources/KRVXDefaultSettings.plist
-build/apps/vexto-plist/vexto-plist lint "$defaults"
-build/apps/vexto-plist/vexto-plist print "$defaults"
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    exec build/vexto-prefs
+fi
+pictures="$PWD/build/screenshots"
+build/vexto-prefs --screenshot "$pictures"
+echo "No display here: the pane was rendered offscreen, one picture a tab, in $pictures"
