@@ -270,21 +270,21 @@ bool ScriptRunner::choose(const Words& words, std::string& error)
                    : false;
     }
     popUp->willOpenMenu(); // menus built on demand are built now
-    const std::string& spec = words[2];
+    const std::string& choice = words[2];
     int index = -1;
-    if (spec.starts_with("index=")) {
-        index = static_cast<int>(number(spec.substr(6)).value_or(-1));
-    } else if (spec.starts_with("tag=")) {
-        index =
-            popUp->menu().indexOfItemWithTag(static_cast<int>(number(spec.substr(4)).value_or(-1)));
-    } else if (spec.starts_with("title=")) {
-        index = popUp->menu().indexOfItemWithTitle(spec.substr(6));
+    if (choice.starts_with("index=")) {
+        index = static_cast<int>(number(choice.substr(6)).value_or(-1));
+    } else if (choice.starts_with("tag=")) {
+        index = popUp->menu().indexOfItemWithTag(
+            static_cast<int>(number(choice.substr(4)).value_or(-1)));
+    } else if (choice.starts_with("title=")) {
+        index = popUp->menu().indexOfItemWithTitle(choice.substr(6));
     } else {
         return fail(error, "choose takes index=N, tag=N or title=\"T\"");
     }
     MenuItem* item = popUp->itemAtIndex(index);
     if (item == nullptr) {
-        return fail(error, words[1] + " has no item " + spec);
+        return fail(error, words[1] + " has no item " + choice);
     }
     popUp->userDidChooseItem(*item);
     return true;

@@ -13,17 +13,6 @@ extern char** environ;
 
 namespace vexto {
 
-void LinuxDesktop::addObserver(const void* observer, const std::string& name,
-                               std::function<void()> handler)
-{
-    observers_.push_back({observer, name, std::move(handler)});
-}
-
-void LinuxDesktop::removeObserver(const void* observer)
-{
-    std::erase_if(observers_, [&](const Observer& o) { return o.observer == observer; });
-}
-
 bool LinuxDesktop::openURL(const std::string& url)
 {
     // No shell: the address is one argument, whatever it contains.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/HelpViewer.hpp"
+#include "platform/LocalWorkspaceNotificationCenter.hpp"
 #include "platform/Workspace.hpp"
-#include "platform/WorkspaceNotificationCenter.hpp"
 
 #include <functional>
 #include <string>
@@ -12,7 +12,9 @@ namespace vexto {
 
 // The desktop on Linux: addresses and help pages open with xdg-open. No desktop here reports
 // changes of the active virtual desktop, so workspace observers are kept and never called.
-class LinuxDesktop final : public WorkspaceNotificationCenter, public Workspace, public HelpViewer {
+class LinuxDesktop final : public LocalWorkspaceNotificationCenter,
+                           public Workspace,
+                           public HelpViewer {
 public:
     void addObserver(const void* observer, const std::string& name,
                      std::function<void()> handler) override;
@@ -26,12 +28,6 @@ public:
     void gotoPage(const std::string& bookName, const std::string& page) override;
 
 private:
-    struct Observer {
-        const void* observer;
-        std::string name;
-        std::function<void()> handler;
-    };
-    std::vector<Observer> observers_;
     std::vector<std::string> helpBundles_;
 };
 
