@@ -4,7 +4,6 @@
 #include "platform/LocalWorkspaceNotificationCenter.hpp"
 #include "platform/Workspace.hpp"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,10 +15,6 @@ class LinuxDesktop final : public LocalWorkspaceNotificationCenter,
                            public Workspace,
                            public HelpViewer {
 public:
-    void addObserver(const void* observer, const std::string& name,
-                     std::function<void()> handler) override;
-    void removeObserver(const void* observer) override;
-
     bool openURL(const std::string& url) override;
 
     // Help books are found through the bundles registered here, by their information's
