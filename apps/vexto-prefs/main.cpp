@@ -14,6 +14,7 @@
 #include "toolkit/TabView.hpp"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdlib>
@@ -183,6 +184,16 @@ int runWithQt(const Options& options, int argc, char** argv)
         return runScript(options, host, loop, scriptedAlerts);
     }
     mirror.widget()->show();
+    // A session ending (or ^C) quits like closing the window does: the pane is left properly.
+    std::signal(SIGINT, [](int) { stopRequested = 1; });
+    std::signal(SIGTERM, [](int) { stopRequested = 1; });
+    QTimer stopWatch;
+    QObject::connect(&stopWatch, &QTimer::timeout, [] {
+        if (stopRequested != 0) {
+            QApplication::quit();
+        }
+    });
+    stopWatch.start(200);
     const int status = application.exec();
     host.unselect();
     return status;
