@@ -145,8 +145,7 @@ void KRVXPreferencePane::changeColorSetting(ColorWell& well)
     archiveObject(settings(), well.color(), *key);
     if (&well == outlets_.selectionColorWell) {
         // A key-badge colour of its own wins; otherwise the badge follows the selection.
-        const PlistDictionary current = settings();
-        initializeColorWell(outlets_.keyBadgeColorWell, current, well.color(), false);
+        initializeColorWell(outlets_.keyBadgeColorWell, settings(), well.color(), false);
     }
     store_.saveSettingsSoonAfterTimerReset(false);
 }
@@ -182,8 +181,7 @@ void KRVXPreferencePane::changeFont(const MenuItem& item)
     setValue(font != nullptr ? std::optional<PlistValue>(PlistValue(font->fontName()))
                              : std::nullopt,
              keys::alternatePanelFont);
-    const PlistDictionary current = settings();
-    initializeFontsPopUpButton(current, false);
+    initializeFontsPopUpButton(settings(), false);
 }
 
 void KRVXPreferencePane::changeFontSmoothing(const MenuItem& item)

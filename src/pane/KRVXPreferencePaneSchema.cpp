@@ -130,9 +130,7 @@ void KRVXPreferencePane::initializeSettings()
     KRVXSetPopUpButtonStateFromTag(*o.applicationsSortOrderPopUpButton, 3);
     KRVXSetTextFieldStringValue(*o.applicationExceptionsTextField);
     KRVXSetTextFieldStringValue(*o.windowExceptionsTextField);
-    // Copied: applying the appearance may change the dictionary it reads from.
-    const PlistDictionary current = settings();
-    initializeLayoutFromPresets(current, false);
+    initializeLayoutFromPresets(settings(), false); // without saving, nothing is written back
 }
 
 void KRVXPreferencePane::assignHotKeyIdentifiers()
@@ -189,8 +187,7 @@ void KRVXPreferencePane::migrateLegacySettings()
 
 void KRVXPreferencePane::fillCheckBox(Button* checkBox)
 {
-    const PlistDictionary current = settings();
-    initializeSwitch(checkBox, current, false);
+    initializeSwitch(checkBox, settings(), false);
 }
 
 bool KRVXPreferencePane::boolForSetting(std::string_view key, const PlistDictionary& presets)
