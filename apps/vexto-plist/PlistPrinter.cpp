@@ -1,8 +1,8 @@
 #include "PlistPrinter.hpp"
 
+#include "foundation/NumericText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 
-#include <charconv>
 #include <cmath>
 #include <ctime>
 
@@ -35,13 +35,6 @@ std::string quoted(const std::string& text)
         }
     }
     return out + "\"";
-}
-
-std::string realText(double value)
-{
-    char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
 }
 
 std::string dateText(const PlistDate& date)
@@ -120,7 +113,7 @@ void printValue(const PlistValue& value, int indent, std::string& out)
         out += std::to_string(*value.asInteger());
         break;
     case PlistValue::Type::Real:
-        out += realText(*value.asReal());
+        out += NumericText::shortestText(*value.asReal());
         break;
     case PlistValue::Type::String:
         out += quoted(*value.asString());

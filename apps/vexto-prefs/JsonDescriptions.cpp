@@ -1,5 +1,6 @@
 #include "JsonDescriptions.hpp"
 
+#include "foundation/NumericText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
@@ -11,7 +12,6 @@
 #include "toolkit/TextView.hpp"
 #include "toolkit/Window.hpp"
 
-#include <charconv>
 #include <cmath>
 
 namespace vexto {
@@ -23,9 +23,7 @@ std::string number(double value)
     if (!std::isfinite(value)) {
         return "null";
     }
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
+    return NumericText::shortestText(value);
 }
 
 std::string base64(const PlistData& data)

@@ -1,20 +1,10 @@
 #include "foundation/Color.hpp"
 
+#include "foundation/NumericText.hpp"
+
 #include <algorithm>
-#include <charconv>
 
 namespace vexto {
-
-namespace {
-
-std::string shortest(float value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
-}
-
-} // namespace
 
 Color Color::calibratedWhite(float white, float alpha)
 {
@@ -121,9 +111,9 @@ std::string Color::description() const
     std::string text = std::string("<color ") + names[static_cast<int>(space_)];
     const int count = componentCount();
     for (int i = 0; i + 1 < count; ++i) {
-        text += " " + shortest(components_[static_cast<std::size_t>(i)]);
+        text += " " + NumericText::shortestText(components_[static_cast<std::size_t>(i)]);
     }
-    return text + " alpha " + shortest(alpha()) + ">";
+    return text + " alpha " + NumericText::shortestText(alpha()) + ">";
 }
 
 bool operator==(const Color& a, const Color& b)

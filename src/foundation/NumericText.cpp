@@ -88,4 +88,18 @@ double NumericText::leadingReal(std::string_view text)
     return result.ec == std::errc() ? value : 0.0;
 }
 
+std::string NumericText::shortestText(double value)
+{
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
+std::string NumericText::shortestText(float value)
+{
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
 } // namespace vexto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vexto {
@@ -16,6 +17,10 @@ public:
     static bool leadingBoolean(std::string_view text);
     // Leading decimal real (digits, point, exponent) after white space; 0 when there is none.
     static double leadingReal(std::string_view text);
+
+    // The shortest text that reads back as exactly this number: "0.5", "-1", "0.96862745".
+    static std::string shortestText(double value);
+    static std::string shortestText(float value);
 };
 
 } // namespace vexto

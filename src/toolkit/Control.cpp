@@ -2,7 +2,6 @@
 
 #include "foundation/NumericText.hpp"
 
-#include <charconv>
 #include <cmath>
 
 namespace vexto {
@@ -52,9 +51,7 @@ double Control::doubleValue() const
 
 void Control::setDoubleValue(double value)
 {
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    setStringValue(std::string(buffer, result.ptr));
+    setStringValue(NumericText::shortestText(value));
 }
 
 std::int64_t Control::integerValue() const

@@ -1,7 +1,8 @@
 #include "toolkit/Slider.hpp"
 
+#include "foundation/NumericText.hpp"
+
 #include <algorithm>
-#include <charconv>
 
 namespace vexto {
 
@@ -35,9 +36,7 @@ void Slider::setDoubleValue(double value)
 
 std::string Slider::stringValue() const
 {
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value_);
-    return std::string(buffer, result.ptr);
+    return NumericText::shortestText(value_);
 }
 
 void Slider::sizeToFit()

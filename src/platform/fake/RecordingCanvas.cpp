@@ -1,16 +1,13 @@
 #include "platform/fake/RecordingCanvas.hpp"
 
+#include "foundation/NumericText.hpp"
 #include "toolkit/Image.hpp"
-
-#include <charconv>
 
 namespace vexto {
 
 std::string RecordingCanvas::describe(double value)
 {
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
+    return NumericText::shortestText(value);
 }
 
 std::string RecordingCanvas::describe(Rect rect)
