@@ -2,6 +2,7 @@
 
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
+#include "foundation/FormatString.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "pane/PaneInterfaceBuilder.hpp"
@@ -38,22 +39,6 @@ KRVXPreferencePane*& singleton()
 {
     static KRVXPreferencePane* pane = nullptr;
     return pane;
-}
-
-// Fills "%@" placeholders in order; missing values read as empty.
-std::string format(std::string_view pattern, std::initializer_list<std::string_view> values)
-{
-    std::string out;
-    auto next = values.begin();
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        if (pattern.compare(i, 2, "%@") == 0) {
-            out += next != values.end() ? std::string(*next++) : std::string();
-            ++i;
-        } else {
-            out += pattern[i];
-        }
-    }
-    return out;
 }
 
 } // namespace
@@ -148,10 +133,12 @@ void KRVXPreferencePane::fillVersionLines()
     const std::string build = infoString("CFBundleVersion");
     const std::string daemonBuild = Bundle(daemonPath()).infoString("CFBundleVersion").value_or("");
 
-    outlets_.aboutTextField->setStringValue(format(
-        KRVXLocalizedString("Vexto %@"), {format("%@ (%@/%@)", {version, build, daemonBuild})}));
-    feedbackLink_ = "mailto:" + std::string(product::supportEmailAddress) +
-                    format("?subject=Vexto%20%@%20(%@/%@)", {version, build, daemonBuild});
+    outlets_.aboutTextField->setStringValue(
+        FormatString::fill(KRVXLocalizedString("Vexto %@"),
+                           {FormatString::fill("%@ (%@/%@)", {version, build, daemonBuild})}));
+    feedbackLink_ =
+        "mailto:" + std::string(product::supportEmailAddress) +
+        FormatString::fill("?subject=Vexto%20%@%20(%@/%@)", {version, build, daemonBuild});
     outlets_.feedbackTextField->setStringValue(KRVXLocalizedString("Send Feedback"));
     outlets_.feedbackTextField->setToolTip(std::string(product::supportEmailAddress));
 }

@@ -1,6 +1,7 @@
 // The pane's settings schema: which control edits which key, the migrations of old keys, and
 // filling every control from the settings in a fixed order.
 #include "foundation/DictionaryExtensions.hpp"
+#include "foundation/FormatString.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/ControlFilling.hpp"
 #include "pane/KRVXPreferencePane.hpp"
@@ -26,14 +27,6 @@ constexpr double defaultItemSize = 48;
 constexpr double smallestItemSize = 12;
 constexpr double largestItemSize = 128;
 constexpr double fontMenuSize = 14;
-
-std::string replacing(std::string text, std::string_view placeholder, std::string_view value)
-{
-    if (const auto at = text.find(placeholder); at != std::string::npos) {
-        text.replace(at, placeholder.size(), value);
-    }
-    return text;
-}
 
 std::optional<double> numberIn(const PlistDictionary& dictionary, std::string_view key)
 {
@@ -250,7 +243,7 @@ void KRVXPreferencePane::initializeTimeout(std::optional<double> value, bool set
     }
     const auto milliseconds = static_cast<unsigned long>(seconds * 1000.0);
     std::string label =
-        replacing(KRVXLocalizedString("%lu ms"), "%lu", std::to_string(milliseconds));
+        FormatString::fill(KRVXLocalizedString("%lu ms"), {std::to_string(milliseconds)});
     if (milliseconds == 200) {
         label += KRVXLocalizedString(" (Default)");
     }
@@ -268,8 +261,8 @@ void KRVXPreferencePane::initializeMaximumTextSize(std::optional<double> value, 
 {
     const double size =
         value ? std::clamp(std::round(*value), smallestItemSize, largestItemSize) : defaultItemSize;
-    outlets_.maximumTextSizeTextField->setStringValue(replacing(
-        KRVXLocalizedString("Item size: %d pt."), "%d", std::to_string(static_cast<int>(size))));
+    outlets_.maximumTextSizeTextField->setStringValue(FormatString::fill(
+        KRVXLocalizedString("Item size: %d pt."), {std::to_string(static_cast<int>(size))}));
     if (setSlider) {
         outlets_.maximumTextSizeSlider->setDoubleValue(size);
     }
@@ -284,8 +277,8 @@ void KRVXPreferencePane::initializeMaximumWindowWidth(std::optional<double> valu
     // Below 0.01 (the stored -1 included) means as wide as needed.
     const float fraction = value && *value >= 0.01 ? static_cast<float>(*value) : 1.0f;
     const char* word = fraction < 0.34f ? "narrow" : fraction < 0.67f ? "medium" : "wide";
-    outlets_.maximumPaneWidthTextField->setStringValue(
-        replacing(KRVXLocalizedString("Vexto panel width: %@"), "%@", KRVXLocalizedString(word)));
+    outlets_.maximumPaneWidthTextField->setStringValue(FormatString::fill(
+        KRVXLocalizedString("Vexto panel width: %@"), {KRVXLocalizedString(word)}));
     if (setSlider) {
         outlets_.maximumPaneWidthSlider->setDoubleValue(fraction);
     }
@@ -375,7 +368,7 @@ void KRVXPreferencePane::initializeFontsPopUpButton(const PlistDictionary& prese
     }
     const std::string shown = font ? font->displayName() : KRVXLocalizedString("Default");
     if (MenuItem* title = outlets_.fontsPopUpButton->itemAtIndex(0)) {
-        title->setTitle(replacing(KRVXLocalizedString("Font: %@"), "%@", shown));
+        title->setTitle(FormatString::fill(KRVXLocalizedString("Font: %@"), {shown}));
     }
 }
 
