@@ -86,6 +86,24 @@ std::optional<Options> parse(int argc, char** argv, std::string& error)
     return options;
 }
 
+bool loadPane(PaneHost& host, const std::string& bundlePath)
+{
+    std::string error;
+    if (!host.load(bundlePath, error)) {
+        std::cerr << "vexto-prefs: " << error << "\n";
+        return false;
+    }
+    return true;
+}
+
+// SIGINT and SIGTERM ask for a clean stop, which the run loops check for: the pane is then left
+// as closing the window leaves it.
+void stopOnSignals()
+{
+    std::signal(SIGINT, [](int) { stopRequested = 1; });
+    std::signal(SIGTERM, [](int) { stopRequested = 1; });
+}
+
 int runScript(const Options& options, PaneHost& host, RunLoop& loop, ScriptedAlerts& alerts)
 {
     if (*options.script == "-") {
@@ -108,9 +126,7 @@ int runHeadless(const Options& options)
     ScriptedAlerts alerts;
     Application::shared().setAlerts(&alerts);
     PaneHost host(PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
-    std::string error;
-    if (!host.load(options.panePath, error)) {
-        std::cerr << "vexto-prefs: " << error << "\n";
+    if (!loadPane(host, options.panePath)) {
         return failure;
     }
     host.select();
@@ -118,8 +134,7 @@ int runHeadless(const Options& options)
         return runScript(options, host, loop, alerts);
     }
     // Runs until asked to stop.
-    std::signal(SIGINT, [](int) { stopRequested = 1; });
-    std::signal(SIGTERM, [](int) { stopRequested = 1; });
+    stopOnSignals();
     while (stopRequested == 0) {
         loop.runFor(0.2);
     }
@@ -168,9 +183,7 @@ int runWithQt(const Options& options, int argc, char** argv)
     const bool scripted = options.script || options.screenshotFolder;
     Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
     PaneHost host(PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
-    std::string error;
-    if (!host.load(options.panePath, error)) {
-        std::cerr << "vexto-prefs: " << error << "\n";
+    if (!loadPane(host, options.panePath)) {
         return failure;
     }
     QtWindowMirror mirror(host.window());
@@ -184,9 +197,7 @@ int runWithQt(const Options& options, int argc, char** argv)
         return runScript(options, host, loop, scriptedAlerts);
     }
     mirror.widget()->show();
-    // A session ending (or ^C) quits like closing the window does: the pane is left properly.
-    std::signal(SIGINT, [](int) { stopRequested = 1; });
-    std::signal(SIGTERM, [](int) { stopRequested = 1; });
+    stopOnSignals();
     QTimer stopWatch;
     QObject::connect(&stopWatch, &QTimer::timeout, [] {
         if (stopRequested != 0) {
