@@ -47,16 +47,16 @@ void KRVXPreferencePane::registerBindingActions()
                                  &KRVXPreferencePane::changePopUpSettingWithTag);
     bind.operator()<Slider>("changeSliderSetting:", &KRVXPreferencePane::changeSliderSetting);
     bind.operator()<ColorWell>("changeColorSetting:", &KRVXPreferencePane::changeColorSetting);
-    actions_.on("changeFont:", [this](const ActionSender& sender) {
-        if (sender.menuItem() != nullptr) {
-            changeFont(*sender.menuItem());
-        }
-    });
-    actions_.on("changeFontSmoothing:", [this](const ActionSender& sender) {
-        if (sender.menuItem() != nullptr) {
-            changeFontSmoothing(*sender.menuItem());
-        }
-    });
+    const auto bindMenuItem = [this](const char* selector,
+                                     void (KRVXPreferencePane::*method)(const MenuItem&)) {
+        actions_.on(selector, [this, method](const ActionSender& sender) {
+            if (const MenuItem* item = sender.menuItem()) {
+                (this->*method)(*item);
+            }
+        });
+    };
+    bindMenuItem("changeFont:", &KRVXPreferencePane::changeFont);
+    bindMenuItem("changeFontSmoothing:", &KRVXPreferencePane::changeFontSmoothing);
 }
 
 void KRVXPreferencePane::toggleBooleanSetting(Button& checkBox)
