@@ -1,5 +1,6 @@
 #include "JsonDescriptions.hpp"
 
+#include "foundation/Base64.hpp"
 #include "foundation/NumericText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 #include "toolkit/Button.hpp"
@@ -24,23 +25,6 @@ std::string number(double value)
         return "null";
     }
     return NumericText::shortestText(value);
-}
-
-std::string base64(const PlistData& data)
-{
-    static constexpr char alphabet[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    for (std::size_t i = 0; i < data.size(); i += 3) {
-        const unsigned chunk = (unsigned(data[i]) << 16) |
-                               (i + 1 < data.size() ? unsigned(data[i + 1]) << 8 : 0) |
-                               (i + 2 < data.size() ? unsigned(data[i + 2]) : 0);
-        out += alphabet[(chunk >> 18) & 63];
-        out += alphabet[(chunk >> 12) & 63];
-        out += i + 1 < data.size() ? alphabet[(chunk >> 6) & 63] : '=';
-        out += i + 2 < data.size() ? alphabet[chunk & 63] : '=';
-    }
-    return out;
 }
 
 std::string frame(const Rect& r)
@@ -117,7 +101,7 @@ std::string JsonDescriptions::value(const PlistValue& value)
     case PlistValue::Type::Date:
         return "{\"date\":" + number(value.asDate()->secondsSinceReferenceDate) + "}";
     case PlistValue::Type::Data: {
-        std::string out = "{\"data\":\"" + base64(*value.asData()) + "\"";
+        std::string out = "{\"data\":\"" + Base64::encode(*value.asData()) + "\"";
         if (const auto object = TypedStreamUnarchiver::unarchiveObjectWithData(*value.asData())) {
             if (const Color* color = std::get_if<Color>(&*object)) {
                 out += ",\"color\":" + string(color->description());

@@ -1,7 +1,10 @@
 #include "foundation/FileSystem.hpp"
 
+#include "foundation/FileSystemCalls.hpp"
+
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,7 +15,7 @@ namespace {
 
 class FileDescriptor {
 public:
-    explicit FileDescriptor(int fd) : fd_(fd) {}
+    explicit FileDescriptor(int fd, FileSystemCalls* calls = nullptr) : fd_(fd), calls_(calls) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor() { close(); }
@@ -24,20 +27,21 @@ public:
         if (fd_ < 0) {
             return true;
         }
-        const int result = ::close(fd_);
+        const int result = calls_ != nullptr ? calls_->close(fd_) : ::close(fd_);
         fd_ = -1;
         return result == 0;
     }
 
 private:
     int fd_;
+    FileSystemCalls* calls_;
 };
 
-bool writeAll(int fd, std::span<const std::uint8_t> bytes)
+bool writeAll(FileSystemCalls& calls, int fd, std::span<const std::uint8_t> bytes)
 {
     std::size_t written = 0;
     while (written < bytes.size()) {
-        const ssize_t n = ::write(fd, bytes.data() + written, bytes.size() - written);
+        const ssize_t n = calls.write(fd, bytes.data() + written, bytes.size() - written);
         if (n < 0 && errno == EINTR) {
             continue;
         }
@@ -49,12 +53,53 @@ bool writeAll(int fd, std::span<const std::uint8_t> bytes)
     return true;
 }
 
-void syncFolder(const std::string& folder)
+bool syncFolder(FileSystemCalls& calls, const std::string& folder)
 {
     FileDescriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (fd.valid()) {
-        ::fsync(fd.get());
+    return fd.valid() && calls.syncFolder(fd.get()) == 0;
+}
+
+// A new file beside `path` holding `bytes`, flushed to disk; none when any step fails, in which
+// case nothing is left behind.
+std::optional<std::string> flushedTemporaryFile(FileSystemCalls& calls, const std::string& path,
+                                                std::span<const std::uint8_t> bytes)
+{
+    std::string temporary = path + ".XXXXXX";
+    FileDescriptor fd(calls.createTemporary(temporary.data()), &calls);
+    if (!fd.valid()) {
+        return std::nullopt;
     }
+    // mkstemp creates the file readable by its owner only; give it the usual mode.
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    const bool written = ::fchmod(fd.get(), 0666 & ~mask) == 0 &&
+                         writeAll(calls, fd.get(), bytes) && calls.syncFile(fd.get()) == 0;
+    if (!fd.close() || !written) {
+        ::unlink(temporary.c_str());
+        return std::nullopt;
+    }
+    return temporary;
+}
+
+// A second name for the file now at `path`, so that its content can be put back if the folder
+// cannot be flushed after the replacement. None when there is no file or no second name can be
+// made (a file system without hard links): the write then goes ahead without that safety.
+std::optional<std::string> previousVersionOf(FileSystemCalls& calls, const std::string& path)
+{
+    if (!FileSystem::exists(path)) {
+        return std::nullopt;
+    }
+    std::string name = path + ".XXXXXX";
+    FileDescriptor reserved(calls.createTemporary(name.data()), &calls);
+    if (!reserved.valid()) {
+        return std::nullopt;
+    }
+    reserved.close();
+    ::unlink(name.c_str());
+    if (calls.link(path.c_str(), name.c_str()) != 0) {
+        return std::nullopt;
+    }
+    return name;
 }
 
 } // namespace
@@ -98,23 +143,61 @@ std::uint64_t FileSystem::fileSize(const std::string& path)
 
 bool FileSystem::writeFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes)
 {
-    const std::string folder = folderOf(path);
-    std::string temporary = path + ".XXXXXX";
-    FileDescriptor fd(::mkstemp(temporary.data()));
-    if (!fd.valid()) {
+    FileSystemCalls& calls = FileSystemCalls::current();
+    const auto temporary = flushedTemporaryFile(calls, path, bytes);
+    if (!temporary) {
         return false;
     }
-    // mkstemp creates the file readable by its owner only; give it the usual mode.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    const bool written = ::fchmod(fd.get(), 0666 & ~mask) == 0 && writeAll(fd.get(), bytes) &&
-                         ::fsync(fd.get()) == 0;
-    if (!fd.close() || !written || ::rename(temporary.c_str(), path.c_str()) != 0) {
-        ::unlink(temporary.c_str());
+    const bool replacing = exists(path);
+    const auto previous = previousVersionOf(calls, path);
+    const auto forgetPrevious = [&] {
+        if (previous) {
+            ::unlink(previous->c_str());
+        }
+    };
+    if (calls.rename(temporary->c_str(), path.c_str()) != 0) {
+        ::unlink(temporary->c_str());
+        forgetPrevious();
         return false;
     }
-    syncFolder(folder);
+    if (!syncFolder(calls, folderOf(path))) {
+        // The replacement may not survive a power cut: a failed save leaves the file as it was.
+        if (!replacing) {
+            ::unlink(path.c_str());
+        } else if (!previous || calls.rename(previous->c_str(), path.c_str()) != 0) {
+            forgetPrevious();
+        }
+        return false;
+    }
+    forgetPrevious();
     return true;
+}
+
+std::vector<std::string> FileSystem::namesInFolder(const std::string& folder)
+{
+    std::vector<std::string> names;
+    DIR* directory = ::opendir(folder.c_str());
+    if (directory == nullptr) {
+        return names;
+    }
+    while (const dirent* entry = ::readdir(directory)) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.emplace_back(name);
+        }
+    }
+    ::closedir(directory);
+    return names;
+}
+
+bool FileSystem::moveFile(const std::string& from, const std::string& to)
+{
+    return FileSystemCalls::current().rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool FileSystem::removeFile(const std::string& path)
+{
+    return ::unlink(path.c_str()) == 0;
 }
 
 bool FileSystem::exists(const std::string& path)

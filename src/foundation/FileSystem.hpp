@@ -19,8 +19,17 @@ public:
     static std::uint64_t fileSize(const std::string& path);
 
     // Writes a temporary file next to the target, flushes it to disk and renames it over the
-    // target, then flushes the folder. The old file is untouched unless everything succeeded.
+    // target, then flushes the folder. Unless every step succeeds the target is left as it was
+    // (when the folder cannot be flushed, the old file is put back) and nothing is left behind.
+    // The temporary names are the target's name, a dot and six letters or digits.
     static bool writeFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes);
+
+    // The names of a folder's entries, in the order the file system gives them; empty when the
+    // folder cannot be read.
+    static std::vector<std::string> namesInFolder(const std::string& folder);
+    // Renames within one file system; false when that fails.
+    static bool moveFile(const std::string& from, const std::string& to);
+    static bool removeFile(const std::string& path);
 
     static bool exists(const std::string& path);
     static bool isDirectory(const std::string& path);

@@ -1,8 +1,9 @@
 #include "foundation/PropertyListCodec.hpp"
 
+#include "foundation/BinaryPropertyListGuard.hpp"
 #include "foundation/FileSystem.hpp"
-#include "foundation/PlistNestingProbe.hpp"
 #include "foundation/TextEncoding.hpp"
+#include "foundation/XmlPropertyListReader.hpp"
 
 #include <plist/plist.h>
 
@@ -78,17 +79,13 @@ PlistValue dictionaryFromNode(plist_t node)
     return dictionary;
 }
 
-PlistValue stringFromNode(plist_t node, bool isKey)
+// The guard has already refused text with NUL characters; reading through the pointer and length
+// keeps libplist's own assertions out of the way all the same.
+PlistValue stringFromNode(plist_t node)
 {
-    char* text = nullptr;
-    if (isKey) {
-        plist_get_key_val(node, &text);
-    } else {
-        plist_get_string_val(node, &text);
-    }
-    std::string value = text != nullptr ? text : "";
-    std::free(text);
-    return value;
+    uint64_t length = 0;
+    const char* text = plist_get_string_ptr(node, &length);
+    return text != nullptr ? std::string(text, static_cast<std::size_t>(length)) : std::string();
 }
 
 PlistValue valueFromNode(plist_t node)
@@ -110,17 +107,12 @@ PlistValue valueFromNode(plist_t node)
         return real;
     }
     case PLIST_STRING:
-        return stringFromNode(node, false);
-    case PLIST_KEY:
-        return stringFromNode(node, true);
+        return stringFromNode(node);
     case PLIST_DATA: {
-        char* bytes = nullptr;
         uint64_t length = 0;
-        plist_get_data_val(node, &bytes, &length);
-        PlistData data(reinterpret_cast<std::uint8_t*>(bytes),
-                       reinterpret_cast<std::uint8_t*>(bytes) + length);
-        std::free(bytes);
-        return data;
+        const auto* bytes =
+            reinterpret_cast<const std::uint8_t*>(plist_get_data_ptr(node, &length));
+        return bytes != nullptr ? PlistData(bytes, bytes + length) : PlistData();
     }
     case PLIST_DATE:
         return dateFromNode(node);
@@ -240,29 +232,26 @@ PropertyListCodec::ReadResult failure(PropertyListCodec::Format format, std::str
 
 PropertyListCodec::ReadResult PropertyListCodec::read(std::span<const std::uint8_t> bytes)
 {
-    const std::string_view head(reinterpret_cast<const char*>(bytes.data()),
-                                std::min(bytes.size(), binaryMagic.size()));
-    const Format format = head == binaryMagic ? Format::Binary : Format::Xml;
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const Format format = text.starts_with(binaryMagic) ? Format::Binary : Format::Xml;
     if (bytes.empty()) {
         return failure(format, "empty file");
     }
     if (bytes.size() > maximumInputBytes) {
         return failure(format, "larger than 16 MiB");
     }
-    const bool shallowEnough = format == Format::Binary
-                                   ? PlistNestingProbe::binaryWithin(bytes, maximumNesting)
-                                   : PlistNestingProbe::xmlWithin(bytes, maximumNesting);
-    if (!shallowEnough) {
-        return failure(format, format == Format::Binary
-                                   ? "malformed binary property list or nested too deeply"
-                                   : "nested deeper than 512 levels");
+    if (format == Format::Xml) {
+        auto xml = XmlPropertyListReader::read(text, {maximumNesting, maximumValues});
+        return ReadResult{std::move(xml.value), format, std::move(xml.error)};
+    }
+    if (auto refusal = BinaryPropertyListGuard::check(bytes, {maximumNesting, maximumValues})) {
+        return failure(format, std::move(*refusal));
     }
     plist_t raw = nullptr;
-    plist_from_memory(reinterpret_cast<const char*>(bytes.data()),
-                      static_cast<uint32_t>(bytes.size()), &raw);
+    plist_from_bin(text.data(), static_cast<uint32_t>(bytes.size()), &raw);
     Node root(raw);
     if (!root) {
-        return failure(format, "not a property list");
+        return failure(format, "malformed binary property list or nested too deeply");
     }
     return ReadResult{valueFromNode(root.get()), format, {}};
 }

@@ -17,6 +17,8 @@ public:
     // Bounds on what is accepted. The pane's own files are a few kilobytes and a few levels deep.
     static constexpr std::size_t maximumInputBytes = 16 * 1024 * 1024;
     static constexpr int maximumNesting = 512;
+    // Every value counts, also each time a binary list refers to the same object again.
+    static constexpr std::size_t maximumValues = 1000000;
 
     enum class Format { Xml, Binary };
 

@@ -206,42 +206,54 @@ private:
         return integer(system);
     }
 
-    // Reads a class and its superclasses; `chain` lists their names, most derived first.
+    // Reads a class and its superclasses; `chain` lists their names, most derived first. A loop
+    // rather than a recursion: each new superclass of a hostile stream would otherwise cost a
+    // stack frame, and the chain's length is bounded as a whole.
     bool readClass(std::vector<std::string>& chain)
     {
-        if (chain.size() > static_cast<std::size_t>(TypedStreamUnarchiver::maximumNesting)) {
-            return false;
-        }
-        std::uint8_t head = 0;
-        if (!rawByte(head)) {
-            return false;
-        }
-        if (head == ts::tagNil) {
-            return !chain.empty(); // only a superclass may be nil
-        }
-        if (head == ts::tagNew) {
-            std::string name;
-            std::int64_t version = 0;
-            if (!sharedString(name) || !integer(version)) {
+        const auto limit = static_cast<std::size_t>(TypedStreamUnarchiver::maximumNesting);
+        const std::size_t first = chain.size();
+        std::vector<std::size_t> newEntries; // table entries of the classes met here first
+        for (;;) {
+            std::uint8_t head = 0;
+            if (chain.size() > limit || !rawByte(head)) {
                 return false;
             }
-            const std::size_t entry = table_.size();
-            table_.push_back({TableEntry::Kind::Class, {}, std::nullopt});
-            std::vector<std::string> ancestry{name};
-            if (!readClass(ancestry)) {
+            if (head == ts::tagNil) {
+                if (chain.size() == first) {
+                    return false; // only a superclass may be nil
+                }
+                break;
+            }
+            if (head == ts::tagNew) {
+                std::string name;
+                std::int64_t version = 0;
+                if (!sharedString(name) || !integer(version)) {
+                    return false;
+                }
+                newEntries.push_back(table_.size());
+                table_.push_back({TableEntry::Kind::Class, {}, std::nullopt});
+                chain.push_back(std::move(name));
+                continue;
+            }
+            std::int64_t written = 0;
+            std::size_t index = 0;
+            if (!integerAfter(head, written) || !reference(written, table_.size(), index) ||
+                table_[index].kind != TableEntry::Kind::Class) {
                 return false;
             }
-            table_[entry].classChain = ancestry;
-            chain.insert(chain.end(), ancestry.begin(), ancestry.end());
-            return true;
+            const std::vector<std::string>& known = table_[index].classChain;
+            if (chain.size() + known.size() > limit + 1) {
+                return false;
+            }
+            chain.insert(chain.end(), known.begin(), known.end());
+            break;
         }
-        std::int64_t written = 0;
-        std::size_t index = 0;
-        if (!integerAfter(head, written) || !reference(written, table_.size(), index) ||
-            table_[index].kind != TableEntry::Kind::Class) {
-            return false;
+        // Each class read here inherits from the ones read after it.
+        for (std::size_t i = 0; i < newEntries.size(); ++i) {
+            table_[newEntries[i]].classChain.assign(
+                chain.begin() + static_cast<std::ptrdiff_t>(first + i), chain.end());
         }
-        chain.insert(chain.end(), table_[index].classChain.begin(), table_[index].classChain.end());
         return true;
     }
 

@@ -6,8 +6,10 @@
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/StringExtensions.hpp"
 #include "pane/ProductInfo.hpp"
+#include "pane/SettingsFileRecovery.hpp"
 #include "platform/RunLoop.hpp"
 
+#include <ctime>
 #include <span>
 
 namespace vexto {
@@ -32,6 +34,24 @@ std::optional<std::string> existingFolder(const std::string& path)
         return std::nullopt;
     }
     return path;
+}
+
+// The settings file's dictionary, or why there is none.
+struct StoredSettings {
+    std::optional<PlistDictionary> dictionary;
+    std::string problem;
+};
+
+StoredSettings readStoredSettings(const std::string& path)
+{
+    auto read = PropertyListCodec::readFile(path);
+    if (!read.value) {
+        return {std::nullopt, std::move(read.error)};
+    }
+    if (PlistDictionary* dictionary = read.value->asDictionary()) {
+        return {std::move(*dictionary), {}};
+    }
+    return {std::nullopt, "not a dictionary"};
 }
 
 } // namespace
@@ -88,12 +108,20 @@ PlistDictionary& SettingsStore::revertedSettings(bool revert)
     if (!revert && settings_) {
         return *settings_;
     }
+    bool writeDefaults = true;
     if (!revert) {
         if (const auto path = settingsPath()) {
-            if (auto stored = deeplyMutableDictionaryWithContentsOfFile(*path)) {
-                settings_ = std::move(*stored);
+            SettingsFileRecovery::removeLeftoversOfInterruptedSaves(*path);
+            StoredSettings stored = readStoredSettings(*path);
+            if (stored.dictionary) {
+                settings_ = std::move(*stored.dictionary);
                 return *settings_;
             }
+            // A file that is there but unusable is the person's, damaged: it is kept, never
+            // overwritten. If it cannot be moved, the defaults stay in memory only.
+            writeDefaults =
+                !FileSystem::exists(*path) ||
+                SettingsFileRecovery::keepAside(*path, stored.problem, std::time(nullptr));
         }
     }
     // First run, a damaged file, or a revert: start again from the defaults.
@@ -105,7 +133,9 @@ PlistDictionary& SettingsStore::revertedSettings(bool revert)
         return *settings_;
     }
     settings_ = std::move(*copy);
-    saveSettings();
+    if (writeDefaults) {
+        saveSettings();
+    }
     return *settings_;
 }
 

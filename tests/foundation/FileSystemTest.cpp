@@ -1,6 +1,7 @@
 #include "foundation/FileSystem.hpp"
 
 #include "TestSupport.hpp"
+#include "foundation/FileSystemCalls.hpp"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,31 @@ TEST(FileSystemTest, AReadOnlyFolderRefusesTheWriteAndKeepsTheOldFile)
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 0) << "the write should have failed";
     EXPECT_EQ(test::readText(path), "old settings");
+}
+
+TEST(FileSystemTest, EveryFailingStepOfAnAtomicWriteLeavesTheOldFileAndNothingElse)
+{
+    for (auto step :
+         {test::FailingStep::Create, test::FailingStep::Write, test::FailingStep::SyncFile,
+          test::FailingStep::Rename, test::FailingStep::SyncFolder}) {
+        for (int error : {ENOSPC, EIO, EACCES}) {
+            test::TemporaryFolder folder;
+            const std::string path = folder.file("Settings.plist");
+            ASSERT_TRUE(FileSystem::writeFileAtomically(path, test::bytesOf("old settings")));
+            {
+                test::FailingFileSystemCalls failing(step, error);
+                EXPECT_FALSE(FileSystem::writeFileAtomically(path, test::bytesOf("new")));
+                EXPECT_EQ(failing.failures(), 1) << int(step);
+            }
+            EXPECT_EQ(test::readText(path), "old settings") << int(step) << " " << error;
+            EXPECT_EQ(entriesIn(folder.path()), 1u) << int(step) << " " << error;
+        }
+    }
+    // With no file before, a save whose folder cannot be flushed leaves no file either.
+    test::TemporaryFolder folder;
+    test::FailingFileSystemCalls failing(test::FailingStep::SyncFolder, EIO);
+    EXPECT_FALSE(FileSystem::writeFileAtomically(folder.file("new.plist"), test::bytesOf("x")));
+    EXPECT_EQ(entriesIn(folder.path()), 0u);
 }
 
 TEST(FileSystemTest, ReadsWithinTheBoundOnly)

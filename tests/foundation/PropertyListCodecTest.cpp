@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fcntl.h>
+#include <limits>
 #include <unistd.h>
 
 namespace vexto {
@@ -195,6 +197,143 @@ TEST(PropertyListCodecTest, RefusesHugeFilesWithoutReadingThem)
     EXPECT_FALSE(result.value);
     EXPECT_EQ(result.error, "larger than 16 MiB");
     EXPECT_EQ(PropertyListCodec::readFile(folder.file("missing.plist")).error, "cannot be read");
+}
+
+// A binary property list from its objects' bytes, references two bytes wide; object 0 is the root.
+std::vector<std::uint8_t> binaryOf(const std::vector<std::vector<std::uint8_t>>& objects)
+{
+    std::vector<std::uint8_t> bytes = bytesOf("bplist00");
+    std::vector<std::uint32_t> offsets;
+    for (const auto& object : objects) {
+        offsets.push_back(static_cast<std::uint32_t>(bytes.size()));
+        bytes.insert(bytes.end(), object.begin(), object.end());
+    }
+    const auto table = static_cast<std::uint64_t>(bytes.size());
+    for (std::uint32_t offset : offsets) {
+        for (int shift : {24, 16, 8, 0}) {
+            bytes.push_back(static_cast<std::uint8_t>(offset >> shift));
+        }
+    }
+    bytes.insert(bytes.end(), {0, 0, 0, 0, 0, 0, 4, 2});
+    for (std::uint64_t field : {std::uint64_t{objects.size()}, std::uint64_t{0}, table}) {
+        for (int shift = 56; shift >= 0; shift -= 8) {
+            bytes.push_back(static_cast<std::uint8_t>(field >> shift));
+        }
+    }
+    return bytes;
+}
+
+TEST(PropertyListCodecTest, RefusesTextThatCannotBeKeptOrWrittenBack)
+{
+    const std::vector<std::uint8_t> utf16Nul = {0x61, 0x00, 0x00};
+    const std::vector<std::uint8_t> utf16LoneSurrogate = {0x61, 0xD8, 0x00};
+    const std::vector<std::uint8_t> asciiNul = {0x52, 'a', 0x00};
+    const std::vector<std::uint8_t> value = {0x09};
+    // As a string, and as a dictionary key: libplist would abort on either.
+    for (const auto& text : {utf16Nul, asciiNul, utf16LoneSurrogate}) {
+        EXPECT_FALSE(PropertyListCodec::read(binaryOf({text})).value);
+        EXPECT_FALSE(PropertyListCodec::read(binaryOf({{0xD1, 0, 1, 0, 2}, text, value})).value);
+    }
+    EXPECT_EQ(PropertyListCodec::read(binaryOf({utf16Nul})).error, "text holds a NUL character");
+    // A dictionary whose key is not text.
+    EXPECT_FALSE(PropertyListCodec::read(binaryOf({{0xD1, 0, 1, 0, 1}, value})).value);
+    EXPECT_TRUE(PropertyListCodec::read(binaryOf({{0x61, 0x00, 0xE9}})).value);
+
+    const auto xml = [](std::string_view body) {
+        return std::string(header) + "<string>" + std::string(body) + "</string></plist>";
+    };
+    EXPECT_EQ(PropertyListCodec::read(bytesOf(xml("caf\xE9"))).error, "text is not valid UTF-8");
+    for (std::string_view refused : {"a&#0;b", "\xED\xA0\x80", "&#xD800;", "&bogus;", "a & b"}) {
+        EXPECT_FALSE(PropertyListCodec::read(bytesOf(xml(refused))).value) << refused;
+    }
+    EXPECT_EQ(PropertyListCodec::read(bytesOf(xml(std::string_view("a\0b", 3)))).error,
+              "text holds a NUL character");
+    EXPECT_EQ(readXml(xml("&lt;&#233;&#x1F600;<![CDATA[&amp;]]>")),
+              PlistValue("<\u00E9\U0001F600&amp;"));
+}
+
+TEST(PropertyListCodecTest, QuotesInsideTagsCannotHideNesting)
+{
+    // An apostrophe is a quote in an attribute, and only there.
+    const std::string opened = std::string(header).replace(header.find("<plist"), 6, "<plist x='");
+    EXPECT_FALSE(PropertyListCodec::read(bytesOf(nested(600, "<array>", "</array>"))).value);
+    const std::string tricky =
+        "<?xml version=\"1.0\"?><plist x='>" + std::string(50'000, '[') + "'>";
+    std::string deep = "<?xml version=\"1.0\"?><plist x='a'>";
+    for (int i = 0; i < 50'000; ++i) {
+        deep += "<array y='>'>";
+    }
+    EXPECT_EQ(PropertyListCodec::read(bytesOf(deep)).error, "nested deeper than 512 levels");
+    EXPECT_FALSE(PropertyListCodec::read(bytesOf(opened)).value);
+    EXPECT_FALSE(PropertyListCodec::read(bytesOf(tricky)).value);
+}
+
+TEST(PropertyListCodecTest, SharedReferencesCountOnceForEveryUse)
+{
+    // Each level refers twice to the next: 40 levels expand to 2^40 values.
+    std::vector<std::vector<std::uint8_t>> levels;
+    for (std::uint8_t i = 0; i < 40; ++i) {
+        levels.push_back({0xA2, 0, std::uint8_t(i + 1), 0, std::uint8_t(i + 1)});
+    }
+    levels.push_back({0x09});
+    const auto result = PropertyListCodec::read(binaryOf(levels));
+    EXPECT_FALSE(result.value);
+    EXPECT_EQ(result.error, "holds more than 1000000 values");
+    // A few levels of sharing are fine and read as copies.
+    std::vector<std::vector<std::uint8_t>> few(levels.end() - 4, levels.end());
+    for (std::uint8_t i = 0; i < 3; ++i) {
+        few[i] = {0xA2, 0, std::uint8_t(i + 1), 0, std::uint8_t(i + 1)};
+    }
+    const auto shared = PropertyListCodec::read(binaryOf(few));
+    ASSERT_TRUE(shared.value);
+    EXPECT_EQ((*shared.value->asArray())[0], (*shared.value->asArray())[1]);
+}
+
+TEST(PropertyListCodecTest, RefusesXmlWithMoreValuesThanTheBound)
+{
+    std::string many(header);
+    many += "<array>";
+    for (std::size_t i = 0; i < PropertyListCodec::maximumValues; ++i) {
+        many += "<true/>";
+    }
+    many += "</array></plist>";
+    EXPECT_EQ(PropertyListCodec::read(bytesOf(many)).error, "holds more than 1000000 values");
+}
+
+TEST(PropertyListCodecTest, ReadsEveryKindOfXmlValue)
+{
+    const PlistValue value = readXml(std::string(header) + R"(<dict>
+        <key>i</key><integer> -42 </integer><key>h</key><integer>0x10</integer>
+        <key>big</key><integer>99999999999999999999</integer>
+        <key>r</key><real>0.5</real><key>n</key><real>nan</real><key>e</key><real>-1e999</real>
+        <key>d</key><date>2001-01-02T00:00:01Z</date>
+        <key>b</key><data> AAEC
+          /w== </data>
+        <key>t</key><true/><key>f</key><false></false><key>s</key><string/>
+        <!-- a comment --><key>a</key><array/><key>dd</key><dict/></dict></plist>)");
+    const PlistDictionary& d = *value.asDictionary();
+    EXPECT_EQ(d.at("i"), PlistValue(-42));
+    EXPECT_EQ(d.at("h"), PlistValue(16));
+    EXPECT_EQ(d.at("big"), PlistValue(std::numeric_limits<long long>::max()));
+    EXPECT_EQ(d.at("r"), PlistValue(0.5));
+    EXPECT_TRUE(std::isnan(*d.at("n").asReal()));
+    EXPECT_EQ(d.at("e"), PlistValue(-HUGE_VAL));
+    EXPECT_EQ(d.at("d"), PlistValue(PlistDate{86401.0}));
+    EXPECT_EQ(d.at("b"), PlistValue(PlistData{0, 1, 2, 255}));
+    EXPECT_EQ(d.at("t"), PlistValue(true));
+    EXPECT_EQ(d.at("f"), PlistValue(false));
+    EXPECT_EQ(d.at("s"), PlistValue(""));
+    EXPECT_EQ(d.at("a"), PlistValue(PlistArray{}));
+    for (std::string_view refused :
+         {"<integer></integer>", "<integer>1x</integer>", "<real>one</real>",
+          "<date>2001-13-01T00:00:00Z</date>", "<data>A*==</data>", "<true>x</true>", "<unknown/>",
+          "<string>a</string><string>b</string>", "<dict><string>v</string></dict>",
+          "<dict><key>k</key></dict>", "<array></dict>"}) {
+        EXPECT_FALSE(PropertyListCodec::read(
+                         bytesOf(std::string(header) + std::string(refused) + "</plist>"))
+                         .value)
+            << refused;
+    }
 }
 
 TEST(PropertyListCodecTest, WillNotWriteValuesNestedBeyondTheBound)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "foundation/FileSystemCalls.hpp"
+
+#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -77,5 +80,60 @@ inline std::string testData(std::string_view name)
     const char* folder = std::getenv("VEXTO_TEST_DATA");
     return std::string(folder != nullptr ? folder : "tests/data") + "/" + std::string(name);
 }
+
+enum class FailingStep { Create, Write, SyncFile, Rename, SyncFolder };
+
+// While it lives, the chosen step of every atomic write fails with `error`, as a full, failing or
+// locked disk would make it fail.
+class FailingFileSystemCalls : public FileSystemCalls {
+public:
+    FailingFileSystemCalls(FailingStep step, int error) : step_(step), error_(error)
+    {
+        FileSystemCalls::replaceForTesting(this);
+    }
+    ~FailingFileSystemCalls() override { FileSystemCalls::replaceForTesting(nullptr); }
+    FailingFileSystemCalls(const FailingFileSystemCalls&) = delete;
+    FailingFileSystemCalls& operator=(const FailingFileSystemCalls&) = delete;
+
+    int failures() const { return failures_; }
+
+    int createTemporary(char* pathTemplate) override
+    {
+        return fails(FailingStep::Create) ? -1 : FileSystemCalls::createTemporary(pathTemplate);
+    }
+    ssize_t write(int fd, const void* bytes, std::size_t count) override
+    {
+        return fails(FailingStep::Write) ? -1 : FileSystemCalls::write(fd, bytes, count);
+    }
+    int syncFile(int fd) override
+    {
+        return fails(FailingStep::SyncFile) ? -1 : FileSystemCalls::syncFile(fd);
+    }
+    int rename(const char* from, const char* to) override
+    {
+        return fails(FailingStep::Rename) ? -1 : FileSystemCalls::rename(from, to);
+    }
+    int syncFolder(int folderFd) override
+    {
+        return fails(FailingStep::SyncFolder) ? -1 : FileSystemCalls::syncFolder(folderFd);
+    }
+
+private:
+    // Only the first call of the step fails: what runs after a failure (putting a file back)
+    // must itself be able to run.
+    bool fails(FailingStep step)
+    {
+        if (step != step_ || failures_ > 0) {
+            return false;
+        }
+        ++failures_;
+        errno = error_;
+        return true;
+    }
+
+    FailingStep step_;
+    int error_;
+    int failures_ = 0;
+};
 
 } // namespace vexto::test

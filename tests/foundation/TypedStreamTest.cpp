@@ -178,5 +178,28 @@ TEST(TypedStreamTest, RefusesCatalogColoursNestedTooDeeply)
         archiveNested(TypedStreamUnarchiver::maximumNesting + 1)));
 }
 
+TEST(TypedStreamTest, LongChainsOfNewSuperclassesAreRefusedWithoutExhaustingTheStack)
+{
+    // A colour whose class has thousands of new superclasses: each used to cost a stack frame.
+    const auto chainOf = [](int superclasses) {
+        Bytes out = littleEndianHeader;
+        const Bytes head = seq({"84 01 40 84 84 84 07", "'NSColor", "00"});
+        out.insert(out.end(), head.begin(), head.end());
+        for (int i = 0; i < superclasses; ++i) {
+            const std::string name = "S" + std::to_string(i);
+            out.insert(out.end(), {0x84, 0x84, static_cast<std::uint8_t>(name.size())});
+            out.insert(out.end(), name.begin(), name.end());
+            out.push_back(0x00);
+        }
+        const Bytes rest = seq({"85 84 01 63 03 84 02 66 66 00 00 86"});
+        out.insert(out.end(), rest.begin(), rest.end());
+        return out;
+    };
+    EXPECT_TRUE(TypedStreamUnarchiver::unarchiveObjectWithData(chainOf(3)));
+    EXPECT_FALSE(TypedStreamUnarchiver::unarchiveObjectWithData(
+        chainOf(TypedStreamUnarchiver::maximumNesting + 1)));
+    EXPECT_FALSE(TypedStreamUnarchiver::unarchiveObjectWithData(chainOf(100'000)));
+}
+
 } // namespace
 } // namespace vexto

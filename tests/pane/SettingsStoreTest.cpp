@@ -3,14 +3,17 @@
 #include "../foundation/TestSupport.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/HomeDirectory.hpp"
+#include "foundation/Log.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "pane/SettingKeys.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <regex>
 #include <vector>
 
 namespace vexto {
@@ -83,18 +86,116 @@ TEST_F(SettingsStoreTest, FirstRunCreatesTheFoldersAndWritesTheDefaultsOnce)
     EXPECT_EQ(saveTimes.size(), 1u) << "loaded once, kept after that";
 }
 
-TEST_F(SettingsStoreTest, UnusableFilesAreReplacedByTheDefaults)
+std::vector<std::string> namesIn(const std::string& folder)
 {
-    for (std::string_view broken :
-         {"<?xml version=\"1.0\"?><plist version=\"1.0\"><array/></plist>",
-          "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key>", "not a property list",
-          ""}) {
-        writeSettingsFile(broken);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(SettingsStoreTest, AnUnusableFileIsKeptAsideAndReplacedByTheDefaults)
+{
+    std::string deep = "<plist><array>";
+    for (int i = 0; i < 600; ++i) {
+        deep += "<array>";
+    }
+    const std::string binaryWithNul = {'b', 'p', 'l', 'i', 's', 't', '0', '0', 0x61, 0, 0};
+    const std::pair<std::string, std::string> broken[] = {
+        {"<?xml version=\"1.0\"?><plist version=\"1.0\"><array/></plist>", "not a dictionary"},
+        {"<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key>", "not a property list"},
+        {"not a property list", "not a property list"},
+        {"", "empty file"},
+        {deep, "nested deeper than 512 levels"},
+        {"<plist><string>caf\xE9</string></plist>", "text is not valid UTF-8"},
+        {binaryWithNul, "malformed binary property list or nested too deeply"},
+    };
+    for (const auto& [content, reason] : broken) {
+        SCOPED_TRACE(reason);
+        std::filesystem::remove_all(home.file("Library"));
+        writeSettingsFile(content);
         saveTimes.clear();
+        std::vector<std::string> logged;
+        Log::setSink([&](const std::string& line) { logged.push_back(line); });
         auto store = makeStore();
-        EXPECT_EQ(store->settings(), shippedDefaults) << broken;
-        EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults)) << broken;
+        EXPECT_EQ(store->settings(), shippedDefaults);
+        Log::clearSink();
+        EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults));
         EXPECT_EQ(saveTimes.size(), 1u);
+        const auto names = namesIn(home.file("Library/Application Support/Vexto"));
+        ASSERT_EQ(names.size(), 2u); // the new file and the damaged one
+        const std::string& kept = names[1];
+        EXPECT_TRUE(std::regex_match(kept, std::regex(R"(Settings\.plist\.damaged-\d{8}-\d{6})")))
+            << kept;
+        EXPECT_EQ(test::readText(home.file("Library/Application Support/Vexto/" + kept)), content);
+        ASSERT_EQ(logged.size(), 1u);
+        EXPECT_EQ(logged[0],
+                  "[Vexto] settings file could not be used (" + reason + "); kept it as " + kept);
+    }
+}
+
+TEST_F(SettingsStoreTest, OnlyTheNewestDamagedFilesAreKept)
+{
+    const std::string folder = home.file("Library/Application Support/Vexto/");
+    writeSettingsFile("damaged");
+    for (int day = 10; day < 16; ++day) {
+        test::writeText(folder + "Settings.plist.damaged-200001" + std::to_string(day) + "-120000",
+                        "older");
+    }
+    auto store = makeStore();
+    store->settings();
+    const auto names = namesIn(folder);
+    const auto damaged = std::count_if(names.begin(), names.end(), [](const std::string& name) {
+        return name.starts_with("Settings.plist.damaged-");
+    });
+    EXPECT_EQ(damaged, 5);
+    EXPECT_FALSE(std::filesystem::exists(folder + "Settings.plist.damaged-20000111-120000"));
+    EXPECT_TRUE(std::filesystem::exists(folder + "Settings.plist.damaged-20000115-120000"));
+}
+
+TEST_F(SettingsStoreTest, LoadingRemovesWhatInterruptedSavesLeftAndNothingElse)
+{
+    const std::string folder = home.file("Library/Application Support/Vexto/");
+    writeSettingsFile(*PropertyListCodec::xmlFrom(shippedDefaults));
+    for (std::string_view name :
+         {"Settings.plist.a1B2c3", "Settings.plist.zzzzzz",
+          "Settings.plist.damaged-20000101-000000", "Settings.plist.a1B2c",
+          "Settings.plist.a1B2c3d", "Settings.plist.a1-2c3", "Other.a1B2c3"}) {
+        test::writeText(folder + std::string(name), "x");
+    }
+    auto store = makeStore();
+    store->settings();
+    EXPECT_EQ(namesIn(folder),
+              (std::vector<std::string>{"Other.a1B2c3", "Settings.plist", "Settings.plist.a1-2c3",
+                                        "Settings.plist.a1B2c", "Settings.plist.a1B2c3d",
+                                        "Settings.plist.damaged-20000101-000000"}));
+}
+
+TEST_F(SettingsStoreTest, ASaveThatFailsAtAnyStepAlertsAndLosesNothing)
+{
+    auto store = makeStore();
+    store->settings();
+    const std::string before = fileText();
+    for (auto step :
+         {test::FailingStep::Create, test::FailingStep::Write, test::FailingStep::SyncFile,
+          test::FailingStep::Rename, test::FailingStep::SyncFolder}) {
+        for (int error : {ENOSPC, EIO, EACCES}) {
+            SCOPED_TRACE(std::to_string(int(step)) + " " + std::to_string(error));
+            alerts.clear();
+            saveTimes.clear();
+            {
+                test::FailingFileSystemCalls failing(step, error);
+                store->setValue(PlistValue(1000 + error), keys::panelDelay);
+            }
+            EXPECT_EQ(alerts.size(), 1u);
+            EXPECT_TRUE(saveTimes.empty()) << "the daemon is not told";
+            EXPECT_EQ(fileText(), before);
+            EXPECT_EQ(store->integerForSetting(keys::panelDelay, 0), 1000 + error);
+            EXPECT_EQ(namesIn(home.file("Library/Application Support/Vexto")),
+                      std::vector<std::string>{"Settings.plist"});
+        }
     }
 }
 
