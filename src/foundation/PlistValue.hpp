@@ -73,6 +73,11 @@ public:
     std::optional<double> doubleValue() const;
     std::optional<float> floatValue() const;
 
+    // The text the platform's description gives: a string as it is, a number as its digits, a
+    // boolean as 1 or 0, data as <0a0b0c0d 0e>, a date as "2001-01-01 00:00:00 +0000", arrays
+    // and dictionaries in the old-style property-list notation.
+    std::string description() const;
+
     friend bool operator==(const PlistValue&, const PlistValue&) = default;
 
 private:

@@ -57,6 +57,19 @@ struct Rect {
                     std::max(maxY(), other.maxY()) - y0);
     }
 
+    // The area both share; empty (zero size) when they do not meet.
+    Rect intersection(const Rect& other) const
+    {
+        const double x0 = std::max(minX(), other.minX());
+        const double y0 = std::max(minY(), other.minY());
+        const double x1 = std::min(maxX(), other.maxX());
+        const double y1 = std::min(maxY(), other.maxY());
+        if (x1 <= x0 || y1 <= y0) {
+            return Rect();
+        }
+        return Rect(x0, y0, x1 - x0, y1 - y0);
+    }
+
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 

@@ -4,7 +4,18 @@
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/TextField.hpp"
 
+#include <limits>
+
 namespace vexto {
+
+namespace {
+
+bool fitsInt(std::int64_t value)
+{
+    return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
+}
+
+} // namespace
 
 void KRVXSetPopUpButtonState(PopUpButton& popUp, std::int64_t defaultIndex)
 {
@@ -13,7 +24,9 @@ void KRVXSetPopUpButtonState(PopUpButton& popUp, std::int64_t defaultIndex)
     if (!key) {
         return;
     }
-    popUp.selectItemAtIndex(static_cast<int>(pane->integerForSetting(*key, defaultIndex)));
+    // An index beyond what a menu can hold selects nothing, as any index past its end does.
+    const std::int64_t index = pane->integerForSetting(*key, defaultIndex);
+    popUp.selectItemAtIndex(fitsInt(index) ? static_cast<int>(index) : -1);
 }
 
 void KRVXSetPopUpButtonStateFromTag(PopUpButton& popUp, std::int64_t defaultTag)
@@ -25,7 +38,7 @@ void KRVXSetPopUpButtonStateFromTag(PopUpButton& popUp, std::int64_t defaultTag)
     }
     const PlistValue* stored = pane->valueForSetting(*key);
     const auto tag = stored != nullptr ? stored->integerValue() : std::nullopt;
-    if (!tag || !popUp.selectItemWithTag(static_cast<int>(*tag))) {
+    if (!tag || !fitsInt(*tag) || !popUp.selectItemWithTag(static_cast<int>(*tag))) {
         popUp.selectItemWithTag(static_cast<int>(defaultTag));
     }
 }
@@ -44,9 +57,9 @@ void KRVXSetTextFieldStringValue(TextField& field)
             if (i > 0) {
                 text += ',';
             }
-            if (const std::string* name = (*items)[i].asString()) {
-                text += *name;
-            }
+            // Items that are not names show as the platform's joining describes them, so that
+            // the next keystroke keeps them as text instead of dropping them.
+            text += (*items)[i].description();
         }
     }
     field.setStringValue(text);

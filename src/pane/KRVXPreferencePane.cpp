@@ -32,8 +32,8 @@ namespace {
 
 constexpr const char* daemonBundleName = "vextodaemon.app";
 constexpr const char* helpBookFolder = "Vexto.help";
-constexpr float spacesRowHeight = 30;
-constexpr float sliderRowsShift = 15;
+constexpr float spacesRowHeight = PaneInterfaceBuilder::spacesRowHeight;
+constexpr float sliderRowsShift = PaneInterfaceBuilder::sliderRowsShift;
 
 KRVXPreferencePane*& singleton()
 {
@@ -151,6 +151,7 @@ void KRVXPreferencePane::hideSpacesControlsOnOlderSystems()
     setHiddenAndMoveSiblingsBelowUpByDelta(*outlets_.switchAcrossSpacesButton, spacesRowHeight);
     setHiddenAndMoveSiblingsBelowUpByDelta(*outlets_.showSpaceBadgesButton, spacesRowHeight);
     outlets_.spaceBadgeColorWell->setHidden(true);
+    outlets_.spaceBadgeColorLabel->setHidden(true);
     moveUpByDelta(*outlets_.panelShadowButton, spacesRowHeight);
     View* const sliders[] = {outlets_.maximumTextSizeSlider, outlets_.maximumTextSizeTextField,
                              outlets_.maximumPaneWidthSlider, outlets_.maximumPaneWidthTextField};

@@ -74,9 +74,11 @@ void KRVXPreferencePane::toggleBooleanSetting(Button& checkBox)
     } else if (&checkBox == o.switchAcrossSpacesButton) {
         o.showSpaceBadgesButton->setEnabled(value);
         if (value) {
-            // The plain two-state rule: the mixed state is deliberately not restored here.
+            // The check-box rule (settings, then the defaults file) in two states only: the
+            // mixed state is deliberately not restored here.
             o.showSpaceBadgesButton->setState(
-                boolForSetting(keys::alwaysShowSpaceBadges) ? Button::onState : Button::offState);
+                boolForSetting(keys::alwaysShowSpaceBadges, settings()) ? Button::onState
+                                                                        : Button::offState);
         } else {
             o.showSpaceBadgesButton->setState(Button::offState);
         }

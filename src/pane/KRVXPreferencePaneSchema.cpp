@@ -2,6 +2,7 @@
 // filling every control from the settings in a fixed order.
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FormatString.hpp"
+#include "foundation/SaturatingCast.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/ControlFilling.hpp"
 #include "pane/KRVXPreferencePane.hpp"
@@ -235,13 +236,14 @@ bool KRVXPreferencePane::initializeSwitch(Button* checkBox, const PlistDictionar
 void KRVXPreferencePane::initializeTimeout(std::optional<double> value, bool setSlider,
                                            bool setSetting, Slider* movedSlider)
 {
-    double seconds = value.value_or(defaultTimeout);
+    // A time-out that is not a finite number of seconds means nothing: the default stands in.
+    double seconds = value && std::isfinite(*value) && *value >= 0.0 ? *value : defaultTimeout;
     // Dragging near the default lands on it.
     if (movedSlider != nullptr && !setSlider && std::fabs(seconds - defaultTimeout) < 0.05) {
         movedSlider->setDoubleValue(defaultTimeout);
         seconds = defaultTimeout;
     }
-    const auto milliseconds = static_cast<unsigned long>(seconds * 1000.0);
+    const auto milliseconds = saturatingCast<unsigned long>(seconds * 1000.0);
     std::string label =
         FormatString::fill(KRVXLocalizedString("%lu ms"), {std::to_string(milliseconds)});
     if (milliseconds == 200) {
@@ -259,10 +261,11 @@ void KRVXPreferencePane::initializeTimeout(std::optional<double> value, bool set
 void KRVXPreferencePane::initializeMaximumTextSize(std::optional<double> value, bool setSlider,
                                                    bool setSetting)
 {
-    const double size =
-        value ? std::clamp(std::round(*value), smallestItemSize, largestItemSize) : defaultItemSize;
+    const double size = value && !std::isnan(*value)
+                            ? std::clamp(std::round(*value), smallestItemSize, largestItemSize)
+                            : defaultItemSize;
     outlets_.maximumTextSizeTextField->setStringValue(FormatString::fill(
-        KRVXLocalizedString("Item size: %d pt."), {std::to_string(static_cast<int>(size))}));
+        KRVXLocalizedString("Item size: %d pt."), {std::to_string(saturatingCast<int>(size))}));
     if (setSlider) {
         outlets_.maximumTextSizeSlider->setDoubleValue(size);
     }
@@ -275,7 +278,9 @@ void KRVXPreferencePane::initializeMaximumWindowWidth(std::optional<double> valu
                                                       bool setSetting)
 {
     // Below 0.01 (the stored -1 included) means as wide as needed.
-    const float fraction = value && *value >= 0.01 ? static_cast<float>(*value) : 1.0f;
+    // (A fraction above 1 would not fit a float when huge, and means full width anyway.)
+    const float fraction =
+        value && *value >= 0.01 ? static_cast<float>(std::min(*value, 1.0)) : 1.0f;
     const char* word = fraction < 0.34f ? "narrow" : fraction < 0.67f ? "medium" : "wide";
     outlets_.maximumPaneWidthTextField->setStringValue(FormatString::fill(
         KRVXLocalizedString("Vexto panel width: %@"), {KRVXLocalizedString(word)}));

@@ -275,6 +275,7 @@ void buildPanel(Page& page, PaneOutlets& o)
 struct WellRow {
     const char* title;
     ColorWell** well;
+    TextField** label = nullptr;
 };
 
 void buildAppearance(Page& page, PaneOutlets& o)
@@ -287,6 +288,8 @@ void buildAppearance(Page& page, PaneOutlets& o)
     y = page.nextRow();
     page.label("Font:", labelFrame(y));
     o.fontsPopUpButton = page.pullDown("Font: Default", {}, controlFrame(y, 220));
+    // Room that older systems give up when they move the sliders up with the Spaces rows gone.
+    page.skip(PaneInterfaceBuilder::sliderRowsShift);
     y = page.nextRow();
     o.maximumTextSizeTextField = page.label("", labelFrame(y));
     o.maximumTextSizeSlider = page.slider(12, 128, controlFrame(y, 260));
@@ -304,14 +307,18 @@ void buildAppearance(Page& page, PaneOutlets& o)
         {"Dock indicator border:", &o.dockIndicatorBorderColorWell},
         {"Shortcut badges:", &o.keyBadgeColorWell},
         {"Preview border:", &o.quickLookBorderColorWell},
-        {"Space badges:", &o.spaceBadgeColorWell},
+        {"Space badges:", &o.spaceBadgeColorWell, &o.spaceBadgeColorLabel},
     };
     for (const WellRow& row : wells) {
         y = page.nextRow();
-        page.label(row.title, labelFrame(y));
+        TextField* label = page.label(row.title, labelFrame(y));
+        if (row.label != nullptr) {
+            *row.label = label;
+        }
         *row.well = page.well(controlFrame(y, 52));
     }
-    y = page.nextRow();
+    // Exactly one Spaces row lower: older systems move the box up into the hidden row.
+    y = page.nextRow(controlHeight + PaneInterfaceBuilder::spacesRowHeight - rowStep);
     o.panelShadowButton = page.checkBox("Panel shadow", controlFrame(y, 180));
     y = page.nextRow();
     o.applicationNameShadowButton = page.checkBox("Application name shadow", controlFrame(y, 190));

@@ -22,6 +22,10 @@ public:
 
     // The main view's width before the window exists, and the room under a tab's content.
     static constexpr double paneWidth = 668.0;
+    // What older systems close up when they hide the Spaces rows: the layout leaves exactly
+    // this room so that nothing overlaps afterwards.
+    static constexpr float spacesRowHeight = 30;
+    static constexpr float sliderRowsShift = 15;
 
     PaneInterfaceBuilder(Localizer localized, ActionTarget* target,
                          TextFieldDelegate* textDelegate);

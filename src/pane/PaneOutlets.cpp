@@ -76,6 +76,7 @@ View* PaneOutlets::named(std::string_view name) const
         {"dockIndicatorBorderColorWell", dockIndicatorBorderColorWell},
         {"keyBadgeColorWell", keyBadgeColorWell},
         {"spaceBadgeColorWell", spaceBadgeColorWell},
+        {"spaceBadgeColorLabel", spaceBadgeColorLabel},
         {"quickLookBorderColorWell", quickLookBorderColorWell},
         {"panelShadowButton", panelShadowButton},
         {"applicationNameShadowButton", applicationNameShadowButton},

@@ -82,6 +82,7 @@ struct PaneOutlets {
     ColorWell* dockIndicatorBorderColorWell = nullptr;
     ColorWell* keyBadgeColorWell = nullptr;
     ColorWell* spaceBadgeColorWell = nullptr;
+    TextField* spaceBadgeColorLabel = nullptr; // hidden with its well on older systems
     ColorWell* quickLookBorderColorWell = nullptr;
     Button* panelShadowButton = nullptr;
     Button* applicationNameShadowButton = nullptr;

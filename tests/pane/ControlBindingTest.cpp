@@ -4,6 +4,7 @@
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
+#include "toolkit/TextField.hpp"
 
 namespace vexto {
 namespace {
@@ -28,6 +29,34 @@ protected:
         return value != nullptr ? value->doubleValue() : std::nullopt;
     }
 };
+
+TEST_F(ControlBindingTest, SwitchingSpacesOnAgainReadsTheBadgeBoxLikeEveryCheckBox)
+{
+    // Not in the settings, on in the defaults file: the box shows on.
+    writeDefaults(PlistDictionary{{std::string(keys::alwaysShowSpaceBadges), true}});
+    load();
+    pane->settings().erase(std::string(keys::alwaysShowSpaceBadges));
+    Button* spaces = o().switchAcrossSpacesButton;
+    spaces->setState(Button::offState);
+    spaces->sendAction();
+    spaces->setState(Button::onState);
+    spaces->sendAction();
+    EXPECT_EQ(o().showSpaceBadgesButton->state(), Button::onState);
+    EXPECT_FALSE(pane->valueForSetting(keys::alwaysShowSpaceBadges)) << "nothing written";
+}
+
+TEST_F(ControlBindingTest, ExceptionItemsThatAreNotNamesSurviveTheNextKeystrokeAsText)
+{
+    writeSettings(
+        PlistDictionary{{std::string(keys::windowExceptions), PlistArray{"a", 7, false}}});
+    load();
+    TextField* field = o().windowExceptionsTextField;
+    EXPECT_EQ(field->stringValue(), "a,7,0");
+    field->setStringValue(field->stringValue() + ",b");
+    pane->controlTextDidChange(*field);
+    EXPECT_EQ(*pane->valueForSetting(keys::windowExceptions),
+              PlistValue(PlistArray{"a", "7", "0", "b"}));
+}
 
 TEST_F(ControlBindingTest, TheTimeoutSnapsToItsDefaultWhenDraggedNearIt)
 {

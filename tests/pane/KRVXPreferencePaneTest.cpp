@@ -6,6 +6,7 @@
 #include "toolkit/Window.hpp"
 
 #include <cmath>
+#include <limits>
 
 namespace vexto {
 namespace {
@@ -130,6 +131,49 @@ TEST_F(PaneTest, PopUpsFallBackToTheirDefaultsOrPassIndicesOnUnchecked)
     EXPECT_EQ(o().windowExceptionsTextField->stringValue(), "");
 }
 
+TEST_F(PaneTest, StoredNumbersBeyondEveryRangeFallBackInsteadOfWrapping)
+{
+    writeSettings(PlistDictionary{
+        {std::string(keys::panelDelay), 4294967296LL},
+        {std::string(keys::applicationsSortOrder), -4294967293LL},
+        {std::string(keys::afterCloseSelection), 4294967298LL},
+        {std::string(keys::applicationExceptions),
+         PlistArray{"Finder", 42, true, 0.5, PlistData{1}}},
+    });
+    load();
+    EXPECT_EQ(o().panelDelayPopUpButton->selectedTag(), 200) << "no item bears 2^32";
+    EXPECT_EQ(o().applicationsSortOrderPopUpButton->selectedTag(), 3);
+    EXPECT_EQ(o().afterClosingPopUpButton->indexOfSelectedItem(), -1);
+    EXPECT_EQ(o().applicationExceptionsTextField->stringValue(), "Finder,42,1,0.5,<01>");
+}
+
+TEST_F(PaneTest, RealsThatAreNotNumbersOrBeyondRangeShowSensibleLabels)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    struct Case {
+        double timeout, itemHeight, width;
+        std::string timeoutLabel, sizeLabel, widthLabel;
+    };
+    const Case cases[] = {
+        {nan, nan, nan, "200 ms (Default)", "Item size: 48 pt.", "Vexto panel width: wide"},
+        {inf, inf, inf, "200 ms (Default)", "Item size: 128 pt.", "Vexto panel width: wide"},
+        {-inf, -inf, -inf, "200 ms (Default)", "Item size: 12 pt.", "Vexto panel width: wide"},
+        {-3, -3e300, 1e300, "200 ms (Default)", "Item size: 12 pt.", "Vexto panel width: wide"},
+        {1e300, 1e300, 0.2, "18446744073709551615 ms", "Item size: 128 pt.",
+         "Vexto panel width: narrow"},
+    };
+    for (const Case& c : cases) {
+        writeSettings(PlistDictionary{{std::string(keys::accessibilityApiTimeout), c.timeout},
+                                      {std::string(keys::itemHeight), c.itemHeight},
+                                      {std::string(keys::maximumWidth), c.width}});
+        load();
+        EXPECT_EQ(o().timeoutSliderValueTextField->stringValue(), c.timeoutLabel) << c.timeout;
+        EXPECT_EQ(o().maximumTextSizeTextField->stringValue(), c.sizeLabel) << c.itemHeight;
+        EXPECT_EQ(o().maximumPaneWidthTextField->stringValue(), c.widthLabel) << c.width;
+    }
+}
+
 TEST_F(PaneTest, CheckBoxesFallBackToTheDefaultsFileThenToOff)
 {
     writeSettings(PlistDictionary{{std::string(keys::cancelItem), true}});
@@ -226,6 +270,7 @@ TEST_F(PaneTest, OlderSystemsHideTheSpacesControlsAndCloseTheGaps)
     EXPECT_TRUE(o().switchAcrossSpacesButton->isHidden());
     EXPECT_TRUE(o().showSpaceBadgesButton->isHidden());
     EXPECT_TRUE(o().spaceBadgeColorWell->isHidden());
+    EXPECT_TRUE(o().spaceBadgeColorLabel->isHidden()) << "the well's label goes with it";
 
     SystemVersion::reset();
     auto newer = std::make_unique<KRVXPreferencePane>(
@@ -242,6 +287,50 @@ TEST_F(PaneTest, OlderSystemsHideTheSpacesControlsAndCloseTheGaps)
                      fresh.maximumPaneWidthTextField->frame().minY() + 15);
     EXPECT_EQ(pane->settingForControl(o().spaceBadgeColorWell), keys::spaceIndicatorColor)
         << "the key follows the system the pane runs on now";
+}
+
+// Every visible control of every tab, in the window's coordinates.
+std::vector<std::pair<const View*, Rect>> visibleControls(const View& tab)
+{
+    std::vector<std::pair<const View*, Rect>> found;
+    std::vector<const View*> pending{&tab};
+    while (!pending.empty()) {
+        const View* view = pending.back();
+        pending.pop_back();
+        for (const auto& child : view->subviews()) {
+            if (child->isHidden()) {
+                continue;
+            }
+            if (child->subviews().empty()) {
+                found.emplace_back(child.get(), child->convertRectToView(child->bounds(), nullptr));
+            } else {
+                pending.push_back(child.get());
+            }
+        }
+    }
+    return found;
+}
+
+TEST_F(PaneTest, NoTwoVisibleControlsOverlapOnAnySystem)
+{
+    for (double appKitVersion : {1200.0, 1100.0, 1000.0, 900.0, 800.0}) {
+        SCOPED_TRACE(appKitVersion);
+        KRVXPreferencePane::resetSingletonForTesting();
+        SystemVersion::setAppKitVersionNumber(appKitVersion);
+        load();
+        for (int tab = 0; tab < o().settingsTabView->numberOfTabViewItems(); ++tab) {
+            const TabViewItem* item = o().settingsTabView->tabViewItemAtIndex(tab);
+            SCOPED_TRACE(item->identifier());
+            const auto controls = visibleControls(*item->view());
+            for (std::size_t i = 0; i < controls.size(); ++i) {
+                for (std::size_t j = i + 1; j < controls.size(); ++j) {
+                    const Rect overlap = controls[i].second.intersection(controls[j].second);
+                    EXPECT_TRUE(overlap.isEmpty())
+                        << controls[i].second.minY() << " / " << controls[j].second.minY();
+                }
+            }
+        }
+    }
 }
 
 TEST_F(PaneTest, RevertRestoresTheDefaultsInTheFileAndTheControls)
