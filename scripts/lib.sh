@@ -5,6 +5,9 @@ CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-uti
                libgtest-dev libgmock-dev libbenchmark-dev)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)
+# The fuzzers (libFuzzer comes with clang's runtime) and the format check.
+FUZZ_PACKAGES=(clang libclang-rt-dev)
+FORMAT_PACKAGES=(clang-format)
 
 install_packages() {
     local missing=() package

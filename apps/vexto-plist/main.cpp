@@ -1,4 +1,5 @@
 // vexto-plist: checks, shows and converts the pane's property-list files.
+#include "PlistConverter.hpp"
 #include "PlistPrinter.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/PropertyListCodec.hpp"
@@ -60,25 +61,19 @@ int convert(std::string_view format, const std::string& path, const std::string&
     if (!result.value) {
         return badInput;
     }
-    std::vector<std::uint8_t> bytes;
-    if (format == "xml") {
-        const auto xml = PropertyListCodec::xmlFrom(*result.value);
-        if (xml) {
-            bytes.assign(xml->begin(), xml->end());
-        }
-    } else if (auto binary = PropertyListCodec::binaryFrom(*result.value)) {
-        bytes = std::move(*binary);
-    }
-    if (bytes.empty()) {
+    const auto bytes =
+        PlistConverter::convert(*result.value, format == "xml" ? PropertyListCodec::Format::Xml
+                                                               : PropertyListCodec::Format::Binary);
+    if (!bytes) {
         std::fprintf(stderr, "%s: cannot be written as %s\n", path.c_str(),
                      std::string(format).c_str());
         return badInput;
     }
     if (output == "-") {
-        std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+        std::fwrite(bytes->data(), 1, bytes->size(), stdout);
         return success;
     }
-    if (!FileSystem::writeFileAtomically(output, bytes)) {
+    if (!FileSystem::writeFileAtomically(output, *bytes)) {
         std::fprintf(stderr, "%s: cannot be written\n", output.c_str());
         return badInput;
     }

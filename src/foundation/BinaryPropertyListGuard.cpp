@@ -1,6 +1,9 @@
 #include "foundation/BinaryPropertyListGuard.hpp"
 
+#include "foundation/PlistValue.hpp"
+
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 namespace vexto {
@@ -10,6 +13,7 @@ namespace {
 constexpr const char* malformed = "malformed binary property list or nested too deeply";
 
 enum class Marker : unsigned {
+    Date = 0x3,
     Data = 0x4,
     AsciiString = 0x5,
     Utf16String = 0x6,
@@ -154,6 +158,20 @@ private:
         return !expectLowSurrogate || refuse("text is not valid UTF-16");
     }
 
+    // libplist keeps dates in 32 bits of seconds; beyond that its conversion is undefined.
+    bool date(std::size_t pos)
+    {
+        std::uint64_t bits = 0;
+        if (pos + 8 > tableOffset_ || !readBigEndian(pos, 8, bits)) {
+            return false;
+        }
+        const double seconds = std::bit_cast<double>(bits);
+        if (!(seconds >= PlistDate::earliestSeconds && seconds <= PlistDate::latestSeconds)) {
+            return refuse("date out of range");
+        }
+        return true;
+    }
+
     bool isText(std::size_t object) const
     {
         const auto start = objectStart(object);
@@ -173,6 +191,8 @@ private:
         const auto kind = static_cast<Marker>(bytes_[pos] >> 4);
         std::uint64_t length = 0;
         switch (kind) {
+        case Marker::Date:
+            return date(pos + 1);
         case Marker::Data:
             return count(pos, length) && fits(pos, length, 1);
         case Marker::AsciiString:

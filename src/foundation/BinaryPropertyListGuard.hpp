@@ -16,7 +16,7 @@ class BinaryPropertyListGuard {
 public:
     struct Limits {
         int maximumNesting = 512;
-        std::size_t maximumValues = 1000000; // after shared references are followed
+        std::size_t maximumValues = 100000; // after shared references are followed
     };
 
     // None when the bytes are safe to hand to libplist; otherwise the reason they are not.

@@ -17,7 +17,11 @@ using PlistDictionary = std::map<std::string, PlistValue, std::less<>>;
 using PlistData = std::vector<std::uint8_t>;
 
 // A point in time as the property-list format counts it: seconds since 2001-01-01 00:00:00 UTC.
+// Property lists keep dates to the whole second, within what 32 bits of seconds reach
+// (1933 to 2069): the range libplist can write in either format.
 struct PlistDate {
+    static constexpr double earliestSeconds = -2147483648.0;
+    static constexpr double latestSeconds = 2147483647.0;
     double secondsSinceReferenceDate = 0.0;
     friend bool operator==(const PlistDate&, const PlistDate&) = default;
 };

@@ -32,7 +32,8 @@ PlistDate dateFromNode(plist_t node)
     int32_t seconds = 0;
     int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    return PlistDate{static_cast<double>(seconds) + static_cast<double>(microseconds) / 1e6};
+    (void)microseconds; // dates are kept to the second, as the XML format writes them
+    return PlistDate{static_cast<double>(seconds)};
 }
 
 plist_t nodeFromDate(const PlistDate& date)

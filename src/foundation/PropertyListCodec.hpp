@@ -18,7 +18,7 @@ public:
     static constexpr std::size_t maximumInputBytes = 16 * 1024 * 1024;
     static constexpr int maximumNesting = 512;
     // Every value counts, also each time a binary list refers to the same object again.
-    static constexpr std::size_t maximumValues = 1000000;
+    static constexpr std::size_t maximumValues = 100000;
 
     enum class Format { Xml, Binary };
 

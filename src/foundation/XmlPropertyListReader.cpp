@@ -3,6 +3,7 @@
 #include "foundation/Base64.hpp"
 #include "foundation/TextEncoding.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -139,23 +140,24 @@ std::optional<PlistDate> parseDate(std::string_view text)
         minute > 59 || second > 60) {
         return std::nullopt;
     }
-    double fraction = 0.0;
+    // Fractions of a second are read past: dates are kept to the second, as the format writes
+    // them.
     if (text.size() > 20) {
         const std::string_view digits = text.substr(19, text.size() - 20);
-        double parsed = 0.0;
-        const auto [end, error] =
-            std::from_chars(digits.data(), digits.data() + digits.size(), parsed);
-        if (digits.size() < 2 || digits[0] != '.' || error != std::errc() ||
-            end != digits.data() + digits.size()) {
+        const bool allDigits = std::all_of(digits.begin() + 1, digits.end(),
+                                           [](char c) { return c >= '0' && c <= '9'; });
+        if (digits.size() < 2 || digits[0] != '.' || !allDigits) {
             return std::nullopt;
         }
-        fraction = parsed;
     }
     constexpr std::int64_t referenceDay = 11323; // 2001-01-01
     const std::int64_t days = daysFromCivil(year, month, day) - referenceDay;
-    const double seconds = static_cast<double>(days) * 86400.0 + hour * 3600.0 + minute * 60.0 +
-                           static_cast<double>(second) + fraction;
-    return PlistDate{seconds};
+    const std::int64_t seconds = days * 86400 + hour * 3600 + minute * 60 + second;
+    if (static_cast<double>(seconds) < PlistDate::earliestSeconds ||
+        static_cast<double>(seconds) > PlistDate::latestSeconds) {
+        return std::nullopt;
+    }
+    return PlistDate{static_cast<double>(seconds)};
 }
 
 enum class ContainerKind { Plist, Array, Dictionary };

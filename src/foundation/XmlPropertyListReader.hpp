@@ -17,8 +17,8 @@ namespace vexto {
 class XmlPropertyListReader {
 public:
     struct Limits {
-        int maximumNesting = 512;            // arrays and dictionaries inside each other
-        std::size_t maximumValues = 1000000; // every value, keys not counted
+        int maximumNesting = 512;           // arrays and dictionaries inside each other
+        std::size_t maximumValues = 100000; // every value, keys not counted
     };
     struct Result {
         std::optional<PlistValue> value;

@@ -235,6 +235,14 @@ TEST(PropertyListCodecTest, RefusesTextThatCannotBeKeptOrWrittenBack)
         EXPECT_FALSE(PropertyListCodec::read(binaryOf({{0xD1, 0, 1, 0, 2}, text, value})).value);
     }
     EXPECT_EQ(PropertyListCodec::read(binaryOf({utf16Nul})).error, "text holds a NUL character");
+    // Dates beyond what 32 bits of seconds reach.
+    for (std::uint64_t bits : {0x7FF8000000000000ull, 0x41F0000000000000ull /* 2^32 */}) {
+        std::vector<std::uint8_t> date{0x33};
+        for (int shift = 56; shift >= 0; shift -= 8) {
+            date.push_back(static_cast<std::uint8_t>(bits >> shift));
+        }
+        EXPECT_EQ(PropertyListCodec::read(binaryOf({date})).error, "date out of range");
+    }
     // A dictionary whose key is not text.
     EXPECT_FALSE(PropertyListCodec::read(binaryOf({{0xD1, 0, 1, 0, 1}, value})).value);
     EXPECT_TRUE(PropertyListCodec::read(binaryOf({{0x61, 0x00, 0xE9}})).value);
@@ -278,7 +286,7 @@ TEST(PropertyListCodecTest, SharedReferencesCountOnceForEveryUse)
     levels.push_back({0x09});
     const auto result = PropertyListCodec::read(binaryOf(levels));
     EXPECT_FALSE(result.value);
-    EXPECT_EQ(result.error, "holds more than 1000000 values");
+    EXPECT_EQ(result.error, "holds more than 100000 values");
     // A few levels of sharing are fine and read as copies.
     std::vector<std::vector<std::uint8_t>> few(levels.end() - 4, levels.end());
     for (std::uint8_t i = 0; i < 3; ++i) {
@@ -297,7 +305,7 @@ TEST(PropertyListCodecTest, RefusesXmlWithMoreValuesThanTheBound)
         many += "<true/>";
     }
     many += "</array></plist>";
-    EXPECT_EQ(PropertyListCodec::read(bytesOf(many)).error, "holds more than 1000000 values");
+    EXPECT_EQ(PropertyListCodec::read(bytesOf(many)).error, "holds more than 100000 values");
 }
 
 TEST(PropertyListCodecTest, ReadsEveryKindOfXmlValue)
