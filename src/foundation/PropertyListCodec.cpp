@@ -1,9 +1,11 @@
 #include "foundation/PropertyListCodec.hpp"
 
 #include "foundation/BinaryPropertyListGuard.hpp"
+#include "foundation/DictionaryKeyOrder.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "foundation/XmlPropertyListReader.hpp"
+#include "foundation/XmlPropertyListWriter.hpp"
 
 #include <plist/plist.h>
 
@@ -132,37 +134,6 @@ PlistValue valueFromNode(plist_t node)
     }
 }
 
-// The node keeps insertion order, so keys go in as the platform sorts them: by UTF-16 code units.
-// That is the map's byte order unless a key holds a character beyond U+FFFF (a four-byte UTF-8
-// sequence, whose surrogates sort below U+E000..U+FFFF), so only then is there sorting to do.
-std::vector<const PlistDictionary::value_type*>
-entriesInPlatformOrder(const PlistDictionary& dictionary)
-{
-    std::vector<const PlistDictionary::value_type*> entries;
-    entries.reserve(dictionary.size());
-    bool beyondBasicPlane = false;
-    for (const auto& entry : dictionary) {
-        entries.push_back(&entry);
-        beyondBasicPlane =
-            beyondBasicPlane || std::any_of(entry.first.begin(), entry.first.end(), [](char c) {
-                return static_cast<unsigned char>(c) >= 0xF0;
-            });
-    }
-    if (beyondBasicPlane) {
-        std::vector<std::pair<std::u16string, const PlistDictionary::value_type*>> keyed;
-        keyed.reserve(entries.size());
-        for (const auto* entry : entries) {
-            keyed.emplace_back(TextEncoding::utf16FromUtf8(entry->first), entry);
-        }
-        std::stable_sort(keyed.begin(), keyed.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (std::size_t i = 0; i < keyed.size(); ++i) {
-            entries[i] = keyed[i].second;
-        }
-    }
-    return entries;
-}
-
 plist_t nodeFromValue(const PlistValue& value)
 {
     switch (value.type()) {
@@ -189,7 +160,7 @@ plist_t nodeFromValue(const PlistValue& value)
     }
     case PlistValue::Type::Dictionary: {
         plist_t node = plist_new_dict();
-        for (const auto* entry : entriesInPlatformOrder(*value.asDictionary())) {
+        for (const auto* entry : DictionaryKeyOrder::entries(*value.asDictionary())) {
             plist_dict_set_item(node, entry->first.c_str(), nodeFromValue(entry->second));
         }
         return node;
@@ -270,19 +241,12 @@ PropertyListCodec::ReadResult PropertyListCodec::readFile(const std::string& pat
 
 std::optional<std::string> PropertyListCodec::xmlFrom(const PlistValue& value)
 {
-    Node root = nodeForWriting(value);
-    if (!root) {
-        return std::nullopt;
-    }
-    char* xml = nullptr;
-    uint32_t length = 0;
-    plist_to_xml(root.get(), &xml, &length);
-    if (xml == nullptr) {
-        return std::nullopt;
-    }
-    std::string text(xml, length);
-    plist_to_xml_free(xml);
-    return text;
+    return XmlPropertyListWriter::write(value, maximumNesting);
+}
+
+std::optional<std::string> PropertyListCodec::xmlFrom(const PlistDictionary& root)
+{
+    return XmlPropertyListWriter::write(root, maximumNesting);
 }
 
 std::optional<PlistData> PropertyListCodec::binaryFrom(const PlistValue& value)

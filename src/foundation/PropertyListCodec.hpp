@@ -34,6 +34,7 @@ public:
     // XML with the standard header and DOCTYPE, tab indentation and keys in the platform's order.
     // None when the value nests deeper than `maximumNesting`.
     static std::optional<std::string> xmlFrom(const PlistValue& value);
+    static std::optional<std::string> xmlFrom(const PlistDictionary& root);
     // A binary property list ("bplist00"); none when the value nests too deeply.
     static std::optional<PlistData> binaryFrom(const PlistValue& value);
 };

@@ -82,6 +82,30 @@ TEST(PropertyListCodecTest, WritesValuesInThePlatformsLayout)
     EXPECT_EQ(PropertyListCodec::xmlFrom(settings), expected);
 }
 
+TEST(PropertyListCodecTest, WritesSpecialRealsDatesAndDeepDataAsThePlatformDoes)
+{
+    const PlistArray reals{0.0, -0.0, std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300, 3.0};
+    EXPECT_EQ(PropertyListCodec::xmlFrom(reals),
+              std::string(header) +
+                  "<array>\n\t<real>0.0</real>\n\t<real>0.0</real>\n\t<real>nan</real>\n"
+                  "\t<real>+infinity</real>\n\t<real>-infinity</real>\n"
+                  "\t<real>1.0000000000000001e+300</real>\n\t<real>3</real>\n</array>\n</plist>\n");
+    EXPECT_EQ(PropertyListCodec::xmlFrom(PlistDate{-1.0}),
+              std::string(header) + "<date>2000-12-31T23:59:59Z</date>\n</plist>\n");
+    // Below eight levels the lines stop growing shorter: 12 characters, 9 bytes each.
+    PlistValue deep = PlistData(10, 0xFF);
+    for (int i = 0; i < 10; ++i) {
+        deep = PlistArray{deep};
+    }
+    const std::string xml = *PropertyListCodec::xmlFrom(deep);
+    const std::string tabs8(8, '\t');
+    const std::string tabs10(10, '\t');
+    EXPECT_NE(xml.find("\n" + tabs10 + "<data>\n" + tabs8 + "////////////\n" + tabs8 + "/w==\n" +
+                       tabs10 + "</data>\n"),
+              std::string::npos)
+        << xml;
+}
+
 TEST(PropertyListCodecTest, SortsKeysByUtf16CodeUnitsAsThePlatformDoes)
 {
     // U+1F600 is a surrogate pair (D83D DE00) and sorts before U+FF21 in UTF-16,
