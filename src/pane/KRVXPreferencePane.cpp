@@ -5,6 +5,7 @@
 #include "foundation/FormatString.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
+#include "pane/PaneControlTable.hpp"
 #include "pane/PaneInterfaceBuilder.hpp"
 #include "pane/ProductInfo.hpp"
 #include "pane/SettingKeys.hpp"
@@ -156,6 +157,12 @@ void KRVXPreferencePane::hideSpacesControlsOnOlderSystems()
     View* const sliders[] = {outlets_.maximumTextSizeSlider, outlets_.maximumTextSizeTextField,
                              outlets_.maximumPaneWidthSlider, outlets_.maximumPaneWidthTextField};
     moveUpByDelta(sliders, sliderRowsShift);
+}
+
+View* KRVXPreferencePane::outletNamed(std::string_view name) const
+{
+    const PaneControl* row = PaneControlTable::byOutlet(name);
+    return row != nullptr ? PaneControlTable::view(*row, outlets_) : nullptr;
 }
 
 void KRVXPreferencePane::restoreLastTab()

@@ -72,7 +72,7 @@ public:
     void goHome();
 
     // --- automation ---
-    View* outletNamed(std::string_view name) const override { return outlets_.named(name); }
+    View* outletNamed(std::string_view name) const override;
     const PlistValue* valueForSettingKey(std::string_view key) override
     {
         return valueForSetting(key);
@@ -156,6 +156,7 @@ private:
     void assignHotKeyIdentifiers();
     void migrateLegacySettings();
     void fillCheckBox(Button* checkBox);
+    void fillPopUp(PopUpButton& popUp);
     void showDocumentIconOverlaysBoxForIconMode();
 
     // Subsystems that are still to come: the key event tap, automatic first start, and the

@@ -6,6 +6,7 @@
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/ControlFilling.hpp"
 #include "pane/KRVXPreferencePane.hpp"
+#include "pane/PaneControlTable.hpp"
 #include "pane/SettingKeys.hpp"
 #include "pane/SystemVersionChecks.hpp"
 #include "platform/FontCatalog.hpp"
@@ -39,65 +40,19 @@ std::optional<double> numberIn(const PlistDictionary& dictionary, std::string_vi
 
 std::optional<std::string_view> KRVXPreferencePane::settingForControl(const View* control) const
 {
-    if (control == nullptr) {
+    const PaneControl* row = PaneControlTable::forView(control, outlets_);
+    if (row == nullptr || row->key.empty() || row->kind == ControlKind::HotKeyField) {
         return std::nullopt;
     }
-    const PaneOutlets& o = outlets_;
-    if (control == o.spaceBadgeColorWell) {
-        return KRVXDumbDownSpacesSupport() ? keys::spaceIndicatorColor : keys::spaceBadgeColor;
-    }
-    const std::pair<const View*, std::string_view> table[] = {
-        {o.switchAcrossSpacesButton, keys::switchAcrossSpaces},
-        {o.panelDelayPopUpButton, keys::panelDelay},
-        {o.panelScreenPopUpButton, keys::showPanelOnMouseScreen},
-        {o.addActivateItemButton, keys::activateItem},
-        {o.addActivateItemPopUpButton, keys::activateItemMode},
-        {o.addCancelItemButton, keys::cancelItem},
-        {o.addCancelItemPopUpButton, keys::cancelItemMode},
-        {o.activateOnNoModifiersButton, keys::activateOnNoModifiers},
-        {o.initiallySelectNextWindowButton, keys::stepForwardInitially},
-        {o.wrapAroundScrollingButton, keys::wrapAroundScrolling},
-        {o.applicationsSortOrderPopUpButton, keys::applicationsSortOrder},
-        {o.invertApplicationsSortOrderButton, keys::invertApplicationsSortOrder},
-        {o.showApplicationNamesButton, keys::showApplicationNames},
-        {o.iconModePopUpButton, keys::iconMode},
-        {o.showDocumentIconOverlaysButton, keys::showDocumentIconOverlays},
-        {o.panelShadowButton, keys::panelShadow},
-        {o.applicationNameShadowButton, keys::applicationNameShadow},
-        {o.windowNameShadowButton, keys::windowNameShadow},
-        {o.applicationExceptionsTextField, keys::applicationExceptions},
-        {o.windowExceptionsTextField, keys::windowExceptions},
-        {o.afterZoomingPopUpButton, keys::afterZoomSelection},
-        {o.afterMinimizingPopUpButton, keys::afterMinimizeSelection},
-        {o.afterClosingPopUpButton, keys::afterCloseSelection},
-        {o.processWindowsWhenDoneButton, keys::processWindowsWhenDone},
-        {o.backgroundColorWell, keys::backgroundColor},
-        {o.selectionColorWell, keys::selectionColor},
-        {o.selectionBorderColorWell, keys::selectionBorderColor},
-        {o.applicationNameColorWell, keys::applicationNameColor},
-        {o.windowNameColorWell, keys::windowNameColor},
-        {o.selectionWindowNameColorWell, keys::selectionWindowNameColor},
-        {o.dockIndicatorBorderColorWell, keys::dockIndicatorBorderColor},
-        {o.showShortcutBadgesButton, keys::showShortcutBadges},
-        {o.keyBadgeColorWell, keys::keyBadgeColor},
-        {o.showSpaceBadgesButton, keys::alwaysShowSpaceBadges},
-        {o.showQuickLookButton, keys::showPreviews},
-        {o.quickLookDelayPopUpButton, keys::previewDelay},
-        {o.quickLookBorderColorWell, keys::previewBorderColor},
-    };
-    for (const auto& [view, key] : table) {
-        if (view == control) {
-            return key;
-        }
-    }
-    return std::nullopt;
+    return PaneControlTable::keyOf(*row);
 }
 
 void KRVXPreferencePane::initializeSettings()
 {
     const PaneOutlets& o = outlets_;
     assignHotKeyIdentifiers();
-    setDefaultBool(settings(), true, keys::showPreviews);
+    setDefaultBool(settings(), PaneControlTable::byKey(keys::showPreviews)->codeDefault == 1,
+                   keys::showPreviews);
     migrateLegacySettings();
     for (Button* box :
          {o.addActivateItemButton, o.addCancelItemButton, o.activateOnNoModifiersButton,
@@ -105,60 +60,50 @@ void KRVXPreferencePane::initializeSettings()
           o.showApplicationNamesButton, o.invertApplicationsSortOrderButton}) {
         fillCheckBox(box);
     }
-    KRVXSetPopUpButtonStateFromTag(*o.iconModePopUpButton, 1);
+    fillPopUp(*o.iconModePopUpButton);
     fillCheckBox(o.showDocumentIconOverlaysButton);
     fillCheckBox(o.showQuickLookButton);
-    KRVXSetPopUpButtonStateFromTag(*o.quickLookDelayPopUpButton, 2000);
+    fillPopUp(*o.quickLookDelayPopUpButton);
     fillCheckBox(o.showShortcutBadgesButton);
     initializeTimeout(numberIn(settings(), keys::accessibilityApiTimeout), true, false);
     initializeActivateItemSetting(boolForSetting(keys::activateItem, settings()));
     initializeCancelItemSetting(boolForSetting(keys::cancelItem, settings()));
-    KRVXSetPopUpButtonState(*o.addActivateItemPopUpButton, 0);
-    KRVXSetPopUpButtonState(*o.addCancelItemPopUpButton, 1);
-    KRVXSetPopUpButtonState(*o.afterZoomingPopUpButton, 2);
-    KRVXSetPopUpButtonState(*o.afterMinimizingPopUpButton, 2);
-    KRVXSetPopUpButtonState(*o.afterClosingPopUpButton, 3);
+    for (PopUpButton* popUp :
+         {o.addActivateItemPopUpButton, o.addCancelItemPopUpButton, o.afterZoomingPopUpButton,
+          o.afterMinimizingPopUpButton, o.afterClosingPopUpButton}) {
+        fillPopUp(*popUp);
+    }
     fillCheckBox(o.processWindowsWhenDoneButton);
-    KRVXSetPopUpButtonStateFromTag(*o.panelDelayPopUpButton, 200);
-    KRVXSetPopUpButtonStateFromTag(*o.panelScreenPopUpButton, 0);
-    KRVXSetPopUpButtonStateFromTag(*o.applicationsSortOrderPopUpButton, 3);
+    for (PopUpButton* popUp :
+         {o.panelDelayPopUpButton, o.panelScreenPopUpButton, o.applicationsSortOrderPopUpButton}) {
+        fillPopUp(*popUp);
+    }
     KRVXSetTextFieldStringValue(*o.applicationExceptionsTextField);
     KRVXSetTextFieldStringValue(*o.windowExceptionsTextField);
     initializeLayoutFromPresets(settings(), false); // without saving, nothing is written back
 }
 
+// By tag or by index, with the default the control table gives it.
+void KRVXPreferencePane::fillPopUp(PopUpButton& popUp)
+{
+    const PaneControl* row = PaneControlTable::forView(&popUp, outlets_);
+    if (row == nullptr || !row->codeDefault) {
+        return;
+    }
+    if (row->kind == ControlKind::PopUpByTag) {
+        KRVXSetPopUpButtonStateFromTag(popUp, *row->codeDefault);
+    } else {
+        KRVXSetPopUpButtonState(popUp, *row->codeDefault);
+    }
+}
+
 void KRVXPreferencePane::assignHotKeyIdentifiers()
 {
-    const PaneOutlets& o = outlets_;
-    const std::tuple<KRVXHotKeyTextView*, std::string_view, const char*> fields[] = {
-        {o.allForwardTextView, keys::cycleAllWindows, "Forward"},
-        {o.allBackwardTextView, keys::cycleAllWindows, "Backward"},
-        {o.normalForwardTextView, keys::cycleNonMinimizedWindows, "Forward"},
-        {o.normalBackwardTextView, keys::cycleNonMinimizedWindows, "Backward"},
-        {o.minimizedForwardTextView, keys::cycleMinimizedWindows, "Forward"},
-        {o.minimizedBackwardTextView, keys::cycleMinimizedWindows, "Backward"},
-        {o.frontmostAllForwardTextView, keys::cycleAllWindowsOfFrontmostApplication, "Forward"},
-        {o.frontmostAllBackwardTextView, keys::cycleAllWindowsOfFrontmostApplication, "Backward"},
-        {o.frontmostNormalForwardTextView, keys::cycleNonMinimizedWindowsOfFrontmostApplication,
-         "Forward"},
-        {o.frontmostNormalBackwardTextView, keys::cycleNonMinimizedWindowsOfFrontmostApplication,
-         "Backward"},
-        {o.frontmostMinimizedForwardTextView, keys::cycleMinimizedWindowsOfFrontmostApplication,
-         "Forward"},
-        {o.frontmostMinimizedBackwardTextView, keys::cycleMinimizedWindowsOfFrontmostApplication,
-         "Backward"},
-        {o.zoomFrontmostTextView, keys::additionalZoomFrontmostWindow, ""},
-        {o.minimizeFrontmostTextView, keys::additionalMinimizeFrontmostWindow, ""},
-        {o.closeFrontmostTextView, keys::additionalCloseFrontmostWindow, ""},
-        {o.deminimizeAllMinimizedTextView, keys::additionalDeminimizeAllMinimizedWindows, ""},
-        {o.deminimizeFrontmostApplicationMinimizedTextView,
-         keys::additionalDeminimizeMinimizedWindowsOfFrontmostApplication, ""},
-        {o.closeAllMinimizedTextView, keys::additionalCloseAllMinimizedWindows, ""},
-        {o.closeFrontmostApplicationMinimizedTextView,
-         keys::additionalCloseMinimizedWindowsOfFrontmostApplication, ""},
-    };
-    for (const auto& [field, identifier, direction] : fields) {
-        field->setHotKeyIdentifier(std::string(identifier), direction);
+    for (const PaneControl& row : PaneControlTable::rows()) {
+        if (row.kind == ControlKind::HotKeyField) {
+            auto* field = static_cast<KRVXHotKeyTextView*>(PaneControlTable::view(row, outlets_));
+            field->setHotKeyIdentifier(std::string(row.key), std::string(row.direction));
+        }
     }
 }
 

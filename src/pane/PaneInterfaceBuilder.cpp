@@ -2,6 +2,7 @@
 
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "pane/PaneControlTable.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
@@ -87,19 +88,15 @@ public:
         auto box = std::make_shared<Button>(Rect{}, Button::Kind::CheckBox);
         box->setTitle(localized_(title));
         box->setAllowsMixedState(allowsMixed);
-        box->setTarget(target_);
-        box->setAction("toggleBooleanSetting:");
         return place(box, frame);
     }
 
-    PopUpButton* popUp(std::initializer_list<Item> items, bool byTag, Rect frame)
+    PopUpButton* popUp(std::initializer_list<Item> items, Rect frame)
     {
         auto popUp = std::make_shared<PopUpButton>();
         for (const Item& item : items) {
             popUp->addItemWithTitle(localized_(item.title)).setTag(item.tag);
         }
-        popUp->setTarget(target_);
-        popUp->setAction(byTag ? "changePopUpSettingWithTag:" : "changePopUpSetting:");
         return place(popUp, frame);
     }
 
@@ -112,20 +109,11 @@ public:
         return place(pullDown, frame);
     }
 
-    ColorWell* well(Rect frame)
-    {
-        auto well = std::make_shared<ColorWell>();
-        well->setTarget(target_);
-        well->setAction("changeColorSetting:");
-        return place(well, frame);
-    }
+    ColorWell* well(Rect frame) { return place(std::make_shared<ColorWell>(), frame); }
 
     Slider* slider(double minValue, double maxValue, Rect frame)
     {
-        auto slider = std::make_shared<Slider>(Rect{}, minValue, maxValue);
-        slider->setTarget(target_);
-        slider->setAction("changeSliderSetting:");
-        return place(slider, frame);
+        return place(std::make_shared<Slider>(Rect{}, minValue, maxValue), frame);
     }
 
     View& view() const { return view_; }
@@ -219,18 +207,16 @@ void buildPanel(Page& page, PaneOutlets& o)
 {
     double y = page.nextRow();
     page.label("Show the panel after:", labelFrame(y));
-    o.panelDelayPopUpButton = page.popUp(panelDelays, true, controlFrame(y, 180));
+    o.panelDelayPopUpButton = page.popUp(panelDelays, controlFrame(y, 180));
     y = page.nextRow();
     page.label("Show the panel on:", labelFrame(y));
-    o.panelScreenPopUpButton = page.popUp(panelScreens, true, controlFrame(y, 260));
+    o.panelScreenPopUpButton = page.popUp(panelScreens, controlFrame(y, 260));
     y = page.nextRow();
     o.addActivateItemButton = page.checkBox("Add an activation item", controlFrame(y, 230));
-    o.addActivateItemPopUpButton =
-        page.popUp(itemPositions, false, controlFrame(y, 140, fieldX + 240));
+    o.addActivateItemPopUpButton = page.popUp(itemPositions, controlFrame(y, 140, fieldX + 240));
     y = page.nextRow();
     o.addCancelItemButton = page.checkBox("Add a cancellation item", controlFrame(y, 230));
-    o.addCancelItemPopUpButton =
-        page.popUp(itemPositions, false, controlFrame(y, 140, fieldX + 240));
+    o.addCancelItemPopUpButton = page.popUp(itemPositions, controlFrame(y, 140, fieldX + 240));
     y = page.nextRow();
     o.activateOnNoModifiersButton = page.checkBox(
         "Activate the selection when all modifier keys are released", controlFrame(y, 380));
@@ -241,14 +227,14 @@ void buildPanel(Page& page, PaneOutlets& o)
     o.wrapAroundScrollingButton = page.checkBox("Wrap around at either end", controlFrame(y, 380));
     y = page.nextRow();
     page.label("Sort applications:", labelFrame(y));
-    o.applicationsSortOrderPopUpButton = page.popUp(sortOrders, true, controlFrame(y, 200));
+    o.applicationsSortOrderPopUpButton = page.popUp(sortOrders, controlFrame(y, 200));
     o.invertApplicationsSortOrderButton =
         page.checkBox("Reverse", controlFrame(y, 120, fieldX + 210));
     y = page.nextRow();
     o.showApplicationNamesButton = page.checkBox("Show application names", controlFrame(y, 380));
     y = page.nextRow();
     page.label("Show:", labelFrame(y));
-    o.iconModePopUpButton = page.popUp(iconModes, true, controlFrame(y, 240));
+    o.iconModePopUpButton = page.popUp(iconModes, controlFrame(y, 240));
     y = page.nextRow();
     // In a box of its own, which hides when no icons are shown.
     auto overlayBox = std::make_shared<View>();
@@ -256,16 +242,13 @@ void buildPanel(Page& page, PaneOutlets& o)
     auto overlays =
         std::make_shared<Button>(Rect(0, 0, 380, controlHeight), Button::Kind::CheckBox);
     overlays->setTitle(page.localized()("Show document icon overlays"));
-    overlays->setTarget(page.target());
-    overlays->setAction("toggleBooleanSetting:");
     box->addSubview(overlays);
     o.showDocumentIconOverlaysButton = overlays.get();
     y = page.nextRow();
     o.showShortcutBadgesButton = page.checkBox("Show shortcut badges", controlFrame(y, 380));
     y = page.nextRow();
     o.showQuickLookButton = page.checkBox("Show previews after:", controlFrame(y, 200));
-    o.quickLookDelayPopUpButton =
-        page.popUp(previewDelays, true, controlFrame(y, 160, fieldX + 210));
+    o.quickLookDelayPopUpButton = page.popUp(previewDelays, controlFrame(y, 160, fieldX + 210));
     y = page.nextRow();
     o.switchAcrossSpacesButton = page.checkBox("Switch across Spaces", controlFrame(y, 380));
     y = page.nextRow();
@@ -326,37 +309,36 @@ void buildAppearance(Page& page, PaneOutlets& o)
         page.checkBox("Window name shadow", controlFrame(y, 180, fieldX + 200));
 }
 
-TextField* exceptionsField(Page& page, TextFieldDelegate* delegate, Rect frame)
+TextField* exceptionsField(Page& page, Rect frame)
 {
     auto field = std::make_shared<TextField>();
     field->setEditable(true);
     field->setBordered(true);
-    field->setDelegate(delegate);
     field->setPlaceholder(page.localized()("Names separated by commas"));
     return page.place(field, frame);
 }
 
-void buildWindows(Page& page, PaneOutlets& o, TextFieldDelegate* delegate)
+void buildWindows(Page& page, PaneOutlets& o)
 {
     double y = page.nextRow();
     page.label("After zooming a window, select:", labelFrame(y));
-    o.afterZoomingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    o.afterZoomingPopUpButton = page.popUp(followUps, controlFrame(y, 220));
     y = page.nextRow();
     page.label("After minimizing a window, select:", labelFrame(y));
-    o.afterMinimizingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    o.afterMinimizingPopUpButton = page.popUp(followUps, controlFrame(y, 220));
     y = page.nextRow();
     page.label("After closing a window, select:", labelFrame(y));
-    o.afterClosingPopUpButton = page.popUp(followUps, false, controlFrame(y, 220));
+    o.afterClosingPopUpButton = page.popUp(followUps, controlFrame(y, 220));
     y = page.nextRow();
     o.processWindowsWhenDoneButton =
         page.checkBox("Zoom, minimize and close only when the panel closes", controlFrame(y, 380));
     page.skip(8);
     y = page.nextRow();
     page.label("Leave out applications:", labelFrame(y));
-    o.applicationExceptionsTextField = exceptionsField(page, delegate, controlFrame(y, 360));
+    o.applicationExceptionsTextField = exceptionsField(page, controlFrame(y, 360));
     y = page.nextRow();
     page.label("Leave out windows named:", labelFrame(y));
-    o.windowExceptionsTextField = exceptionsField(page, delegate, controlFrame(y, 360));
+    o.windowExceptionsTextField = exceptionsField(page, controlFrame(y, 360));
     page.skip(8);
     y = page.nextRow();
     page.label("Wait for unresponsive applications:", labelFrame(y));
@@ -432,7 +414,7 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
          }},
         {"windows", "Windows",
          [&](Page& page) {
-             buildWindows(page, o, textDelegate_);
+             buildWindows(page, o);
          }},
         {"about", "Updates & About",
          [&](Page& page) {
@@ -446,6 +428,8 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
         tabs->addTabViewItem(
             std::make_shared<TabViewItem>(tab.identifier, localized_(tab.label), content));
     }
+    // What each control stores, and so which action it sends, is the control table's.
+    PaneControlTable::bindActions(o, target_, textDelegate_);
     return main;
 }
 

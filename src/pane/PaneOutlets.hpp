@@ -103,9 +103,6 @@ struct PaneOutlets {
     Button* checkNowButton = nullptr;
     TextField* statusTextField = nullptr;
     TextField* statusDateTextField = nullptr;
-
-    // The control whose outlet has that name ("showQuickLookButton"), or none.
-    View* named(std::string_view name) const;
 };
 
 } // namespace vexto
