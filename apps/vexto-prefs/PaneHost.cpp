@@ -2,8 +2,8 @@
 
 #include "foundation/Bundle.hpp"
 #include "foundation/FileSystem.hpp"
-#include "pane/PaneEntryPoint.hpp"
 #include "toolkit/PreferencePane.hpp"
+#include "toolkit/PreferencePaneFactory.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/View.hpp"
 #include "toolkit/Window.hpp"

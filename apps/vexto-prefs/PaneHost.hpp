@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pane/PaneEnvironment.hpp"
+#include "toolkit/PaneEnvironment.hpp"
 #include "toolkit/PreferencePane.hpp"
 #include "toolkit/Window.hpp"
 

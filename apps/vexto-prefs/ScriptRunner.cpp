@@ -5,11 +5,8 @@
 #include "PaneHost.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/DictionaryExtensions.hpp"
-#include "foundation/HomeDirectory.hpp"
 #include "foundation/TextEncoding.hpp"
-#include "hotkeys/KRVXHotKeyClearButton.hpp"
-#include "hotkeys/KRVXHotKeyTextView.hpp"
-#include "platform/RunLoop.hpp"
+#include "ports/RunLoop.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
@@ -25,8 +22,6 @@
 namespace vexto {
 
 namespace {
-
-constexpr const char* savedSettingsPath = "~/Library/Application Support/Vexto/Settings.plist";
 
 std::optional<double> number(std::string_view text)
 {
@@ -371,21 +366,20 @@ bool ScriptRunner::press(const Words& words, std::string& error)
 
 bool ScriptRunner::clear(const Words& words, std::string& error)
 {
-    auto* field = dynamic_cast<KRVXHotKeyTextView*>(outlet(words, 1, error));
-    if (field == nullptr || !expectWords(words, 2, error)) {
-        return error.empty() ? fail(error, words[1] + " is not a hot-key field") : false;
+    if (outlet(words, 1, error) == nullptr || !expectWords(words, 2, error)) {
+        return false;
     }
-    if (field->deleteButton() == nullptr) {
+    auto* button = dynamic_cast<Button*>(host_.pane().accessoryOfOutletNamed(words[1]));
+    if (button == nullptr) {
         return fail(error, words[1] + " has no clear button");
     }
-    field->deleteButton()->performClick();
+    button->performClick();
     return true;
 }
 
 void ScriptRunner::printSavedSetting(const std::string& key)
 {
-    const auto saved =
-        deeplyMutableDictionaryWithContentsOfFile(HomeDirectory::expandTilde(savedSettingsPath));
+    const auto saved = deeplyMutableDictionaryWithContentsOfFile(host_.pane().settingsFilePath());
     out_ << JsonDescriptions::setting(key, saved ? objectForKey(*saved, key) : nullptr) << '\n';
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Alerts.hpp"
+#include "ports/Alerts.hpp"
 
 #include <deque>
 

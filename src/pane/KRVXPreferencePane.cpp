@@ -5,16 +5,18 @@
 #include "foundation/FormatString.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
+#include "foundation/ProductInfo.hpp"
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/PaneControlTable.hpp"
 #include "pane/PaneInterfaceBuilder.hpp"
-#include "pane/ProductInfo.hpp"
 #include "pane/SettingKeys.hpp"
 #include "pane/SystemVersionChecks.hpp"
-#include "platform/DistributedNotificationCenter.hpp"
-#include "platform/HelpViewer.hpp"
-#include "platform/RunLoop.hpp"
-#include "platform/Workspace.hpp"
-#include "platform/WorkspaceNotificationCenter.hpp"
+#include "ports/DistributedNotificationCenter.hpp"
+#include "ports/HelpViewer.hpp"
+#include "ports/RunLoop.hpp"
+#include "ports/Workspace.hpp"
+#include "ports/WorkspaceNotificationCenter.hpp"
 #include "system/DaemonNotifications.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
@@ -163,6 +165,17 @@ View* KRVXPreferencePane::outletNamed(std::string_view name) const
 {
     const PaneControl* row = PaneControlTable::byOutlet(name);
     return row != nullptr ? PaneControlTable::view(*row, outlets_) : nullptr;
+}
+
+View* KRVXPreferencePane::accessoryOfOutletNamed(std::string_view name) const
+{
+    const auto* field = dynamic_cast<const KRVXHotKeyTextView*>(outletNamed(name));
+    return field != nullptr ? field->deleteButton() : nullptr;
+}
+
+std::string KRVXPreferencePane::settingsFilePath() const
+{
+    return store_.settingsPath().value_or(std::string());
 }
 
 void KRVXPreferencePane::restoreLastTab()

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "foundation/Bundle.hpp"
-#include "pane/PaneEnvironment.hpp"
 #include "pane/PaneOutlets.hpp"
 #include "pane/SettingsStore.hpp"
 #include "system/DaemonControl.hpp"
 #include "toolkit/ActionTarget.hpp"
 #include "toolkit/Menu.hpp"
+#include "toolkit/PaneEnvironment.hpp"
 #include "toolkit/PreferencePane.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
@@ -73,6 +73,8 @@ public:
 
     // --- automation ---
     View* outletNamed(std::string_view name) const override;
+    View* accessoryOfOutletNamed(std::string_view name) const override;
+    std::string settingsFilePath() const override;
     const PlistValue* valueForSettingKey(std::string_view key) override
     {
         return valueForSetting(key);

@@ -9,7 +9,7 @@
 #include "pane/PaneControlTable.hpp"
 #include "pane/SettingKeys.hpp"
 #include "pane/SystemVersionChecks.hpp"
-#include "platform/FontCatalog.hpp"
+#include "ports/FontCatalog.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"

@@ -1,6 +1,5 @@
-#include "pane/PaneEntryPoint.hpp"
-
 #include "pane/KRVXPreferencePane.hpp"
+#include "toolkit/PreferencePaneFactory.hpp"
 
 #include <new>
 

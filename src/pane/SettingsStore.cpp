@@ -3,11 +3,11 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
+#include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/StringExtensions.hpp"
-#include "pane/ProductInfo.hpp"
 #include "pane/SettingsFileRecovery.hpp"
-#include "platform/RunLoop.hpp"
+#include "ports/RunLoop.hpp"
 
 #include <ctime>
 #include <span>

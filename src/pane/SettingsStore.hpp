@@ -2,7 +2,7 @@
 
 #include "foundation/ArchivedObject.hpp"
 #include "foundation/PlistValue.hpp"
-#include "platform/Alerts.hpp"
+#include "ports/Alerts.hpp"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "pane/SystemVersionChecks.hpp"
 
-#include "platform/SystemVersion.hpp"
+#include "ports/SystemVersion.hpp"
 
 #include <cmath>
 

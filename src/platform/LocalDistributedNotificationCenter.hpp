@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/DistributedNotificationCenter.hpp"
+#include "ports/DistributedNotificationCenter.hpp"
 
 #include <cstddef>
 #include <vector>

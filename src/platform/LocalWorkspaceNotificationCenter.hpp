@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/WorkspaceNotificationCenter.hpp"
+#include "ports/WorkspaceNotificationCenter.hpp"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RunLoop.hpp"
+#include "ports/RunLoop.hpp"
 
 #include <cstdint>
 #include <list>

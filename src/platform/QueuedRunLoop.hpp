@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/PerformQueue.hpp"
-#include "platform/RunLoop.hpp"
+#include "ports/RunLoop.hpp"
 
 namespace vexto {
 

@@ -1,6 +1,6 @@
 #include "system/DaemonControl.hpp"
 
-#include "platform/DistributedNotificationCenter.hpp"
+#include "ports/DistributedNotificationCenter.hpp"
 #include "system/DaemonNotifications.hpp"
 
 namespace vexto {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pane/ProductInfo.hpp"
+#include "foundation/ProductInfo.hpp"
 
 #include <string>
 #include <string_view>

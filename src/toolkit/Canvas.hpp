@@ -1,9 +1,9 @@
 #pragma once
 
 #include "foundation/Color.hpp"
+#include "foundation/Font.hpp"
 #include "foundation/Rect.hpp"
 #include "toolkit/BezierPath.hpp"
-#include "toolkit/Font.hpp"
 #include "toolkit/Gradient.hpp"
 #include "toolkit/Shadow.hpp"
 #include "toolkit/TextAlignment.hpp"

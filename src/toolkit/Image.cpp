@@ -1,6 +1,6 @@
 #include "toolkit/Image.hpp"
 
-#include "platform/ImageDecoder.hpp"
+#include "ports/ImageDecoder.hpp"
 
 namespace vexto {
 

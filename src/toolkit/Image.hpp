@@ -1,7 +1,7 @@
 #pragma once
 
+#include "foundation/Bitmap.hpp"
 #include "foundation/Size.hpp"
-#include "toolkit/Bitmap.hpp"
 
 #include <functional>
 #include <memory>

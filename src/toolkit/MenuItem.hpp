@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/Font.hpp"
+#include "foundation/Font.hpp"
 
 #include <any>
 #include <memory>

@@ -2,6 +2,7 @@
 
 #include "foundation/PlistValue.hpp"
 
+#include <string>
 #include <string_view>
 
 namespace vexto {
@@ -26,6 +27,10 @@ public:
     // For hosts that automate the pane: its controls by outlet name, its settings by key, and its
     // actions by selector. None, none and false where the pane has no such thing.
     virtual View* outletNamed(std::string_view name) const = 0;
+    // The button that belongs to an outlet, such as a hot-key field's clear button; or none.
+    virtual View* accessoryOfOutletNamed(std::string_view name) const = 0;
+    // Where the pane keeps its settings on disk; empty when it has no such file.
+    virtual std::string settingsFilePath() const = 0;
     virtual const PlistValue* valueForSettingKey(std::string_view key) = 0;
     virtual bool performActionNamed(std::string_view selector) = 0;
 };

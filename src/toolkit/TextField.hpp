@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/Color.hpp"
+#include "foundation/Font.hpp"
 #include "toolkit/Control.hpp"
-#include "toolkit/Font.hpp"
 #include "toolkit/TextAlignment.hpp"
 
 namespace vexto {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Color.hpp"
-#include "toolkit/Font.hpp"
+#include "foundation/Font.hpp"
 #include "toolkit/ParagraphStyle.hpp"
 #include "toolkit/View.hpp"
 

@@ -2,11 +2,11 @@
 #include "../foundation/TestSupport.hpp"
 #include "foundation/Bundle.hpp"
 #include "foundation/StringsTable.hpp"
-#include "pane/PaneEntryPoint.hpp"
 #include "platform/fake/FakeDesktop.hpp"
 #include "platform/fake/FakeDistributedNotificationCenter.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
 #include "toolkit/PreferencePane.hpp"
+#include "toolkit/PreferencePaneFactory.hpp"
 
 #include <gtest/gtest.h>
 

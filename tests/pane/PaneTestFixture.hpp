@@ -5,10 +5,10 @@
 #include "foundation/PropertyListCodec.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/SettingKeys.hpp"
-#include "platform/SystemVersion.hpp"
 #include "platform/fake/FakeDesktop.hpp"
 #include "platform/fake/FakeDistributedNotificationCenter.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
+#include "ports/SystemVersion.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/ColorPanel.hpp"
 

@@ -1,4 +1,4 @@
-#include "platform/SystemVersion.hpp"
+#include "ports/SystemVersion.hpp"
 
 #include "pane/SystemVersionChecks.hpp"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/HelpViewer.hpp"
 #include "platform/LocalWorkspaceNotificationCenter.hpp"
-#include "platform/Workspace.hpp"
+#include "ports/HelpViewer.hpp"
+#include "ports/Workspace.hpp"
 
 #include <string>
 #include <vector>

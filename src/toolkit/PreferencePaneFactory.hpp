@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pane/PaneEnvironment.hpp"
+#include "toolkit/PaneEnvironment.hpp"
 
 namespace vexto {
 class PreferencePane;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/Bitmap.hpp"
+#include "foundation/Bitmap.hpp"
 
 #include <optional>
 #include <string>
