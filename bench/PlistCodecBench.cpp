@@ -1,8 +1,8 @@
 // Reading and writing a settings file of realistic size through the pane's codec, next to
 // libplist used bare and to the plistutil command converting the same file.
+#include "SettingsOfThreeHundredKeys.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/PropertyListCodec.hpp"
-#include "foundation/TypedStreamArchiver.hpp"
 
 #include <benchmark/benchmark.h>
 #include <plist/plist.h>
@@ -19,49 +19,13 @@ extern char** environ;
 
 namespace {
 
-// 300 keys like the pane's: booleans, integers, reals, exception lists, hot-key tables and
-// 20 archived colours.
-PlistDictionary settingsOfThreeHundredKeys()
-{
-    PlistDictionary settings;
-    for (int i = 0; i < 20; ++i) {
-        const Color color = i % 2 == 0 ? Color::calibratedWhite(i / 20.0f, 0.5f)
-                                       : Color::calibratedRGB(0.1f * (i % 10), 0.3f, 0.7f, 1.0f);
-        settings.emplace("Color " + std::to_string(i),
-                         TypedStreamArchiver::archivedDataWithRootObject(color));
-    }
-    for (int i = 0; i < 280; ++i) {
-        const std::string key = "Setting " + std::to_string(i);
-        switch (i % 5) {
-        case 0:
-            settings.emplace(key, i % 2 == 0);
-            break;
-        case 1:
-            settings.emplace(key, i * 100);
-            break;
-        case 2:
-            settings.emplace(key, 0.2f * static_cast<float>(i));
-            break;
-        case 3:
-            settings.emplace(key, PlistArray{"Finder", "Safari", "Terminal"});
-            break;
-        default:
-            settings.emplace(key,
-                             PlistDictionary{{"Forward", PlistDictionary{{"Key Code", "48"},
-                                                                         {"Modifiers", "1048576"},
-                                                                         {"Character", "\t"}}}});
-        }
-    }
-    return settings;
-}
-
 class SettingsFile {
 public:
     SettingsFile()
     {
         folder_ = (std::filesystem::temp_directory_path() / "vexto-bench").string();
         std::filesystem::create_directories(folder_);
-        const std::string xml = *PropertyListCodec::xmlFrom(settingsOfThreeHundredKeys());
+        const std::string xml = *PropertyListCodec::xmlFrom(bench::settingsOfThreeHundredKeys());
         FileSystem::writeFileAtomically(input(), std::vector<std::uint8_t>(xml.begin(), xml.end()));
     }
     ~SettingsFile() { std::filesystem::remove_all(folder_); }

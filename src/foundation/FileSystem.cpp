@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
+#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -81,25 +82,34 @@ std::optional<std::string> flushedTemporaryFile(FileSystemCalls& calls, const st
     return temporary;
 }
 
+// A name beside `path` in the temporary files' pattern: the name, a dot, six letters or digits.
+std::string temporaryNameBeside(const std::string& path)
+{
+    static constexpr char characters[] =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    static std::mt19937 random{std::random_device{}()};
+    std::string name = path + '.';
+    for (int i = 0; i < 6; ++i) {
+        name += characters[random() % (sizeof characters - 1)];
+    }
+    return name;
+}
+
 // A second name for the file now at `path`, so that its content can be put back if the folder
 // cannot be flushed after the replacement. None when there is no file or no second name can be
 // made (a file system without hard links): the write then goes ahead without that safety.
 std::optional<std::string> previousVersionOf(FileSystemCalls& calls, const std::string& path)
 {
-    if (!FileSystem::exists(path)) {
-        return std::nullopt;
+    for (int attempt = 0; attempt < 8; ++attempt) {
+        std::string name = temporaryNameBeside(path);
+        if (calls.link(path.c_str(), name.c_str()) == 0) {
+            return name;
+        }
+        if (errno != EEXIST) {
+            return std::nullopt;
+        }
     }
-    std::string name = path + ".XXXXXX";
-    FileDescriptor reserved(calls.createTemporary(name.data()), &calls);
-    if (!reserved.valid()) {
-        return std::nullopt;
-    }
-    reserved.close();
-    ::unlink(name.c_str());
-    if (calls.link(path.c_str(), name.c_str()) != 0) {
-        return std::nullopt;
-    }
-    return name;
+    return std::nullopt;
 }
 
 } // namespace
@@ -149,7 +159,7 @@ bool FileSystem::writeFileAtomically(const std::string& path, std::span<const st
         return false;
     }
     const bool replacing = exists(path);
-    const auto previous = previousVersionOf(calls, path);
+    const auto previous = replacing ? previousVersionOf(calls, path) : std::nullopt;
     const auto forgetPrevious = [&] {
         if (previous) {
             ::unlink(previous->c_str());

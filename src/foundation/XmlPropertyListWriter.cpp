@@ -47,21 +47,14 @@ private:
 
     void escaped(std::string_view text)
     {
-        for (char c : text) {
-            switch (c) {
-            case '<':
-                out_ += "&lt;";
-                break;
-            case '>':
-                out_ += "&gt;";
-                break;
-            case '&':
-                out_ += "&amp;";
-                break;
-            default:
-                out_ += c;
-            }
+        // Runs without a character to escape go in whole.
+        for (auto special = text.find_first_of("<>&"); special != std::string_view::npos;
+             special = text.find_first_of("<>&")) {
+            out_.append(text.substr(0, special));
+            out_ += text[special] == '<' ? "&lt;" : text[special] == '>' ? "&gt;" : "&amp;";
+            text.remove_prefix(special + 1);
         }
+        out_.append(text);
     }
 
     void element(std::string_view tag, std::string_view text)
@@ -125,9 +118,12 @@ private:
         case PlistValue::Type::Boolean:
             out_ += *value.asBoolean() ? "<true/>\n" : "<false/>\n";
             return true;
-        case PlistValue::Type::Integer:
-            element("integer", std::to_string(*value.asInteger()));
+        case PlistValue::Type::Integer: {
+            char digits[24];
+            const auto end = std::to_chars(digits, digits + sizeof digits, *value.asInteger()).ptr;
+            element("integer", std::string_view(digits, static_cast<std::size_t>(end - digits)));
             return true;
+        }
         case PlistValue::Type::Real:
             real(*value.asReal());
             return true;

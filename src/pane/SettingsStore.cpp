@@ -9,6 +9,7 @@
 #include "pane/SettingsFileRecovery.hpp"
 #include "ports/RunLoop.hpp"
 
+#include <algorithm>
 #include <ctime>
 #include <span>
 
@@ -23,9 +24,19 @@ const RunLoopModes saveModes{RunLoopMode::Default, RunLoopMode::ModalPanel,
 bool writeSettings(const std::string& path, const PlistDictionary& settings)
 {
     const auto xml = PropertyListCodec::xmlFrom(settings);
-    return xml &&
-           FileSystem::writeFileAtomically(
-               path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
+    if (!xml) {
+        return false;
+    }
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size());
+    // A file that already holds exactly these bytes is not written again: leaving the pane, which
+    // stores the tab that is most often already stored, then costs no flushes of the disk.
+    if (FileSystem::fileSize(path) == bytes.size()) {
+        const auto current = FileSystem::readFile(path, bytes.size());
+        if (current && std::equal(current->begin(), current->end(), bytes.begin(), bytes.end())) {
+            return true;
+        }
+    }
+    return FileSystem::writeFileAtomically(path, bytes);
 }
 
 std::optional<std::string> existingFolder(const std::string& path)

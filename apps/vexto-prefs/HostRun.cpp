@@ -1,0 +1,100 @@
+#include "HostRun.hpp"
+
+#include "PaneHost.hpp"
+#include "ScriptRunner.hpp"
+#include "foundation/FileSystem.hpp"
+
+#include <fstream>
+#include <iostream>
+#include <unistd.h>
+
+namespace vexto {
+
+namespace {
+
+volatile std::sig_atomic_t stopSignalled = 0;
+
+// The bundle installed beside the program.
+std::string besideTheProgram()
+{
+    char path[4096];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
+    const std::string program =
+        length > 0 ? std::string(path, static_cast<std::size_t>(length)) : ".";
+    return FileSystem::join(FileSystem::folderOf(program), "Vexto.prefPane");
+}
+
+} // namespace
+
+std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::string& error)
+{
+    Options options;
+    options.panePath = besideTheProgram();
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        const bool hasValue = i + 1 < argc;
+        if (argument == "--headless") {
+            options.headless = true;
+        } else if (argument == "--pane" && hasValue) {
+            options.panePath = argv[++i];
+        } else if (argument == "--screenshot" && hasValue) {
+            options.screenshotFolder = argv[++i];
+        } else if (argument == "--script" && hasValue) {
+            options.script = argv[++i];
+        } else {
+            error = "unknown or incomplete option " + argument;
+            return std::nullopt;
+        }
+    }
+    if (options.headless && options.screenshotFolder) {
+        error = "--screenshot renders with Qt and cannot be combined with --headless";
+        return std::nullopt;
+    }
+    return options;
+}
+
+int HostRun::usage(const std::string& message)
+{
+    std::cerr
+        << "vexto-prefs: " << message << "\n"
+        << "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
+    return badUsage;
+}
+
+bool HostRun::loadPane(PaneHost& host, const std::string& bundlePath)
+{
+    std::string error;
+    if (!host.load(bundlePath, error)) {
+        std::cerr << "vexto-prefs: " << error << "\n";
+        return false;
+    }
+    return true;
+}
+
+int HostRun::runScript(const Options& options, PaneHost& host, RunLoop& loop,
+                       ScriptedAlerts& alerts)
+{
+    if (*options.script == "-") {
+        return ScriptRunner(host, loop, alerts, std::cout, std::cerr).run(std::cin);
+    }
+    std::ifstream file(*options.script);
+    if (!file) {
+        std::cerr << "vexto-prefs: cannot read the script " << *options.script << "\n";
+        host.unselect();
+        return failure;
+    }
+    return ScriptRunner(host, loop, alerts, std::cout, std::cerr).run(file);
+}
+
+void HostRun::stopOnSignals()
+{
+    std::signal(SIGINT, [](int) { stopSignalled = 1; });
+    std::signal(SIGTERM, [](int) { stopSignalled = 1; });
+}
+
+bool HostRun::stopRequested()
+{
+    return stopSignalled != 0;
+}
+
+} // namespace vexto

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <csignal>
+#include <optional>
+#include <string>
+
+namespace vexto {
+
+class PaneHost;
+class RunLoop;
+class ScriptedAlerts;
+
+// What the host does the same way with and without a window: its command line, loading the
+// pane, running a script, and stopping cleanly on SIGINT and SIGTERM.
+class HostRun {
+public:
+    struct Options {
+        std::string panePath;
+        bool headless = false;
+        std::optional<std::string> screenshotFolder;
+        std::optional<std::string> script; // a file, or "-" for standard input
+    };
+
+    static constexpr int success = 0;
+    static constexpr int failure = 1;
+    static constexpr int badUsage = 2;
+
+    // None, with the reason, for a command line that makes no sense.
+    static std::optional<Options> parse(int argc, char** argv, std::string& error);
+    static int usage(const std::string& message);
+
+    // Loads the bundle into the host; false after saying why on standard error.
+    static bool loadPane(PaneHost& host, const std::string& bundlePath);
+    static int runScript(const Options& options, PaneHost& host, RunLoop& loop,
+                         ScriptedAlerts& alerts);
+
+    // SIGINT and SIGTERM ask for a clean stop, which the run loops check for: the pane is then
+    // left as closing the window leaves it.
+    static void stopOnSignals();
+    static bool stopRequested();
+};
+
+} // namespace vexto

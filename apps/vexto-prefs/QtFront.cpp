@@ -1,0 +1,100 @@
+// The host with Qt: the pane in a real window, rendered offscreen to pictures, or scripted with
+// its window mirrored.
+#include "QtFront.hpp"
+
+#include "PaneHost.hpp"
+#include "ScriptedAlerts.hpp"
+#include "foundation/FileSystem.hpp"
+#include "platform/LocalDistributedNotificationCenter.hpp"
+#include "platform/linux/LinuxDesktop.hpp"
+#include "qt/QtAlerts.hpp"
+#include "qt/QtRunLoop.hpp"
+#include "qt/QtWindowMirror.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/TabView.hpp"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <cstdlib>
+#include <iostream>
+
+using namespace vexto;
+
+namespace {
+
+int saveScreenshots(const std::string& folder, PaneHost& host, QtWindowMirror& mirror)
+{
+    if (!FileSystem::createDirectories(folder)) {
+        std::cerr << "vexto-prefs: cannot create " << folder << "\n";
+        return HostRun::failure;
+    }
+    TabView* tabs = host.settingsTabView();
+    for (int i = 0; tabs != nullptr && i < tabs->numberOfTabViewItems(); ++i) {
+        tabs->selectTabViewItemAtIndex(i); // through the tab view, so the pane fits the window
+        QApplication::processEvents();
+        const std::string path =
+            FileSystem::join(folder, tabs->tabViewItemAtIndex(i)->identifier() + ".png");
+        if (!mirror.render().save(QString::fromStdString(path))) {
+            std::cerr << "vexto-prefs: cannot write " << path << "\n";
+            return HostRun::failure;
+        }
+        std::cout << path << "\n";
+    }
+    return HostRun::success;
+}
+
+int runWindow(QApplication& application, PaneHost& host, QtWindowMirror& mirror)
+{
+    mirror.widget()->show();
+    HostRun::stopOnSignals();
+    QTimer stopWatch;
+    QObject::connect(&stopWatch, &QTimer::timeout, [] {
+        if (HostRun::stopRequested()) {
+            QApplication::quit();
+        }
+    });
+    stopWatch.start(200);
+    const int status = application.exec();
+    host.unselect();
+    return status;
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int
+vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
+{
+    const bool hasDisplay =
+        std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
+    if ((options->screenshotFolder || options->script || !hasDisplay) &&
+        std::getenv("QT_QPA_PLATFORM") == nullptr) {
+        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
+    if (!hasDisplay && !options->screenshotFolder && !options->script) {
+        return HostRun::usage("no display: use --screenshot DIR, --script FILE or --headless");
+    }
+    QApplication application(argc, argv);
+    QtRunLoop loop;
+    LocalDistributedNotificationCenter center;
+    LinuxDesktop desktop;
+    ScriptedAlerts scriptedAlerts;
+    QtAlerts qtAlerts;
+    const bool scripted = options->script || options->screenshotFolder;
+    Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
+    PaneHost host(PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
+    if (!HostRun::loadPane(host, options->panePath)) {
+        return HostRun::failure;
+    }
+    QtWindowMirror mirror(host.window());
+    host.select();
+    if (options->screenshotFolder) {
+        const int status = saveScreenshots(*options->screenshotFolder, host, mirror);
+        host.unselect();
+        return status;
+    }
+    if (options->script) {
+        return HostRun::runScript(*options, host, loop, scriptedAlerts);
+    }
+    return runWindow(application, host, mirror);
+}
