@@ -98,14 +98,38 @@ std::optional<std::vector<std::string>> ScriptRunner::words(std::string_view lin
     return result;
 }
 
+// One line, of which at most one character more than the longest acceptable is kept, so that a
+// script without line breaks cannot fill the memory.
+bool ScriptRunner::readLine(std::istream& script, std::string& line)
+{
+    line.clear();
+    std::istream::int_type c = 0;
+    bool any = false;
+    while ((c = script.get()) != std::istream::traits_type::eof()) {
+        any = true;
+        if (c == '\n') {
+            return true;
+        }
+        if (line.size() <= maximumLineLength) {
+            line += static_cast<char>(c);
+        }
+    }
+    return any;
+}
+
 int ScriptRunner::run(std::istream& script)
 {
     std::string line;
     int lineNumber = 0;
-    while (!quit_ && std::getline(script, line)) {
+    while (!quit_ && readLine(script, line)) {
         ++lineNumber;
         std::string error;
-        const auto parsed = words(line, error);
+        std::optional<Words> parsed;
+        if (line.size() > maximumLineLength) {
+            error = "longer than " + std::to_string(maximumLineLength) + " characters";
+        } else {
+            parsed = words(line, error);
+        }
         if (!parsed || (!parsed->empty() && !runCommand(*parsed, error))) {
             out_.flush();
             errors_ << "script line " << lineNumber << ": " << error << '\n';

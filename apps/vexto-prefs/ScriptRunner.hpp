@@ -29,8 +29,12 @@ public:
     // The words of a line; none (with the reason) for an unterminated quote.
     static std::optional<std::vector<std::string>> words(std::string_view line, std::string& error);
 
+    static constexpr std::size_t maximumLineLength = 65536;
+
 private:
     using Words = std::vector<std::string>;
+
+    static bool readLine(std::istream& script, std::string& line);
 
     bool runCommand(const Words& words, std::string& error);
     View* outlet(const Words& words, std::size_t index, std::string& error) const;
