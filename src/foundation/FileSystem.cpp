@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -70,29 +69,12 @@ std::optional<std::string> flushedTemporaryFile(FileSystemCalls& calls, const st
     if (!fd.valid()) {
         return std::nullopt;
     }
-    // mkstemp creates the file readable by its owner only; give it the usual mode.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    const bool written = ::fchmod(fd.get(), 0666 & ~mask) == 0 &&
-                         writeAll(calls, fd.get(), bytes) && calls.syncFile(fd.get()) == 0;
+    const bool written = writeAll(calls, fd.get(), bytes) && calls.syncFile(fd.get()) == 0;
     if (!fd.close() || !written) {
         ::unlink(temporary.c_str());
         return std::nullopt;
     }
     return temporary;
-}
-
-// A name beside `path` in the temporary files' pattern: the name, a dot, six letters or digits.
-std::string temporaryNameBeside(const std::string& path)
-{
-    static constexpr char characters[] =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
-    static std::mt19937 random{std::random_device{}()};
-    std::string name = path + '.';
-    for (int i = 0; i < 6; ++i) {
-        name += characters[random() % (sizeof characters - 1)];
-    }
-    return name;
 }
 
 // A second name for the file now at `path`, so that its content can be put back if the folder
@@ -101,7 +83,8 @@ std::string temporaryNameBeside(const std::string& path)
 std::optional<std::string> previousVersionOf(FileSystemCalls& calls, const std::string& path)
 {
     for (int attempt = 0; attempt < 8; ++attempt) {
-        std::string name = temporaryNameBeside(path);
+        std::string name = path + ".XXXXXX";
+        FileSystemCalls::fillTemplate(name.data());
         if (calls.link(path.c_str(), name.c_str()) == 0) {
             return name;
         }

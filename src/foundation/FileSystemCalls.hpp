@@ -12,7 +12,11 @@ class FileSystemCalls {
 public:
     virtual ~FileSystemCalls() = default;
 
-    virtual int createTemporary(char* pathTemplate); // mkstemp
+    // Replaces the template's trailing "XXXXXX" with six random letters or digits; false when
+    // it does not end so.
+    static bool fillTemplate(char* pathTemplate);
+
+    virtual int createTemporary(char* pathTemplate); // mkstemp, with the usual file mode
     virtual ssize_t write(int fd, const void* bytes, std::size_t count);
     virtual int syncFile(int fd);
     virtual int syncFolder(int folderFd);
