@@ -1,7 +1,7 @@
 # Shared by the scripts: installs the Debian packages a build needs, only when missing.
 
 # What the core, its tests and benchmarks need.
-CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils
+CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
                libgtest-dev libgmock-dev libbenchmark-dev)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)

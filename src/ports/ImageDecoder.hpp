@@ -7,11 +7,13 @@
 
 namespace vexto {
 
-// Reads image files (TIFF, PNG) into pixels.
+// Reads image files into pixels with straight (not premultiplied) alpha.
 class ImageDecoder {
 public:
     virtual ~ImageDecoder() = default;
-    virtual std::optional<Bitmap> decode(const std::string& path) const = 0;
+    // A file may hold one picture for each scale (1x, 2x): `scale` picks the one whose width is
+    // nearest the first's times the scale. None when the file cannot be read as an image.
+    virtual std::optional<Bitmap> decode(const std::string& path, double scale) const = 0;
 };
 
 } // namespace vexto

@@ -20,7 +20,7 @@ std::shared_ptr<Image> Image::withDrawing(Size size, Drawing drawing)
 
 std::shared_ptr<Image> Image::contentsOfFile(const std::string& path, const ImageDecoder& decoder)
 {
-    auto bitmap = decoder.decode(path);
+    auto bitmap = decoder.decode(path, 1.0);
     if (!bitmap || bitmap->width <= 0 || bitmap->height <= 0) {
         return nullptr;
     }
