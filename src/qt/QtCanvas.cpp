@@ -125,7 +125,7 @@ void QtCanvas::restoreGraphicsState()
     }
 }
 
-void QtCanvas::fill(const BezierPath& path, const Color& color)
+void QtCanvas::fill(const BezierPath& path, const Color& color, CompositingOperation operation)
 {
     const QPainterPath shape = qtPath(path);
     if (shadow_) {
@@ -133,7 +133,10 @@ void QtCanvas::fill(const BezierPath& path, const Color& color)
         painter().fillPath(shape.translated(shadow_->offset.width, shadow_->offset.height),
                            qtColor(shadow_->color));
     }
+    const QPainter::CompositionMode previous = painter().compositionMode();
+    painter().setCompositionMode(qtMode(operation));
     painter().fillPath(shape, qtColor(color));
+    painter().setCompositionMode(previous);
 }
 
 void QtCanvas::clip(const BezierPath& path)

@@ -27,7 +27,13 @@ public:
     virtual void saveGraphicsState() = 0;
     virtual void restoreGraphicsState() = 0;
 
-    virtual void fill(const BezierPath& path, const Color& color) = 0;
+    // Fills the path; the operation says how the colour combines with what is there.
+    virtual void fill(const BezierPath& path, const Color& color,
+                      CompositingOperation operation) = 0;
+    void fill(const BezierPath& path, const Color& color)
+    {
+        fill(path, color, CompositingOperation::SourceOver);
+    }
     void fillRect(Rect rect, const Color& color) { fill(BezierPath::rect(rect), color); }
     // Narrows drawing to the path until the state is restored.
     virtual void clip(const BezierPath& path) = 0;

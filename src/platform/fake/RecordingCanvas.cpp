@@ -30,11 +30,13 @@ std::string RecordingCanvas::describe(const Color& color)
     switch (color.space()) {
     case Color::Space::CalibratedWhite:
     case Color::Space::DeviceWhite:
-        return "w=" + describe(color.component(0)) + " a=" + describe(color.alpha());
+        return "w=" + NumericText::shortestText(color.component(0)) +
+               " a=" + NumericText::shortestText(color.alpha());
     default: {
         const Color::Rgba c = color.rgba();
-        return "rgb=" + describe(c.red) + "," + describe(c.green) + "," + describe(c.blue) +
-               " a=" + describe(c.alpha);
+        return "rgb=" + NumericText::shortestText(c.red) + "," +
+               NumericText::shortestText(c.green) + "," + NumericText::shortestText(c.blue) +
+               " a=" + NumericText::shortestText(c.alpha);
     }
     }
 }
@@ -51,9 +53,20 @@ void RecordingCanvas::restoreGraphicsState()
     operations_.push_back("restore");
 }
 
-void RecordingCanvas::fill(const BezierPath& path, const Color& color)
+namespace {
+
+constexpr const char* operationNames[] = {"source-over", "source-atop", "destination-in"};
+
+} // namespace
+
+void RecordingCanvas::fill(const BezierPath& path, const Color& color,
+                           CompositingOperation operation)
 {
-    operations_.push_back("fill " + describe(path) + " " + describe(color));
+    std::string line = "fill " + describe(path) + " " + describe(color);
+    if (operation != CompositingOperation::SourceOver) {
+        line += std::string(" ") + operationNames[static_cast<int>(operation)];
+    }
+    operations_.push_back(std::move(line));
 }
 
 void RecordingCanvas::clip(const BezierPath& path)
@@ -91,10 +104,10 @@ void RecordingCanvas::endTransparencyLayer()
 void RecordingCanvas::drawImage(const Image& image, Rect destination,
                                 CompositingOperation operation, float fraction)
 {
-    static constexpr const char* names[] = {"source-over", "source-atop", "destination-in"};
     operations_.push_back("image " + describe(image.size().width) + "x" +
                           describe(image.size().height) + " in " + describe(destination) + " " +
-                          names[static_cast<int>(operation)] + " fraction=" + describe(fraction));
+                          operationNames[static_cast<int>(operation)] +
+                          " fraction=" + describe(fraction));
 }
 
 void RecordingCanvas::drawText(const std::string& text, Rect rect, const Font& font,

@@ -13,7 +13,8 @@ class RecordingCanvas final : public Canvas {
 public:
     void saveGraphicsState() override;
     void restoreGraphicsState() override;
-    void fill(const BezierPath& path, const Color& color) override;
+    using Canvas::fill;
+    void fill(const BezierPath& path, const Color& color, CompositingOperation operation) override;
     void clip(const BezierPath& path) override;
     void drawLinearGradient(const Gradient& gradient, Rect rect, double angle) override;
     void setShadow(const std::optional<Shadow>& shadow) override;
