@@ -3,6 +3,8 @@
 #include "toolkit/NotificationCenter.hpp"
 #include "toolkit/Window.hpp"
 
+#include <algorithm>
+
 namespace vexto {
 
 namespace {
@@ -51,6 +53,17 @@ void Application::popCursor()
     if (!cursors_.empty()) {
         cursors_.pop_back();
     }
+}
+
+double Application::widthOfString(const std::string& text, const Font& font) const
+{
+    if (textMetrics_ != nullptr) {
+        return textMetrics_->widthOfString(text, font);
+    }
+    const auto characters = static_cast<double>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
+    return characters * font.pointSize() * 0.55;
 }
 
 int Application::runAlert(const AlertRequest& request)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/Alerts.hpp"
+#include "ports/TextMetrics.hpp"
 #include "toolkit/Event.hpp"
 
 #include <functional>
@@ -37,6 +38,10 @@ public:
     void popCursor();
     std::string currentCursor() const { return cursors_.empty() ? "arrow" : cursors_.back(); }
 
+    // The front measures text as it draws it; without one, a character is taken as 0.55 em wide.
+    void setTextMetrics(const TextMetrics* metrics) { textMetrics_ = metrics; }
+    double widthOfString(const std::string& text, const Font& font) const;
+
     void setAlerts(Alerts* alerts) { alerts_ = alerts; }
     // Runs a modal alert; without an Alerts port it answers as if the default button were chosen.
     int runAlert(const AlertRequest& request);
@@ -59,6 +64,7 @@ private:
     std::function<void()> beepHandler_;
     std::vector<std::string> cursors_;
     Alerts* alerts_ = nullptr;
+    const TextMetrics* textMetrics_ = nullptr;
 };
 
 } // namespace vexto

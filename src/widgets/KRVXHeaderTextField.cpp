@@ -15,9 +15,9 @@ Shadow KRVXHeaderTextField::bottomShadowForWindow(const Window* window)
     return Shadow{Size{0, -1}, 1, Color::calibratedWhite(0, alpha)};
 }
 
-void KRVXHeaderTextField::drawText(Canvas& canvas) const
+void KRVXHeaderTextField::drawCell(Canvas& canvas, Rect frame) const
 {
-    canvas.drawText(stringValue(), bounds(), font(), textColor(), alignment());
+    canvas.drawText(stringValue(), frame, font(), textColor(), alignment());
 }
 
 void KRVXHeaderTextField::drawRect(Canvas& canvas, const Rect&)
@@ -26,7 +26,7 @@ void KRVXHeaderTextField::drawRect(Canvas& canvas, const Rect&)
     if (tag() != -1) {
         canvas.setShadow(bottomShadow());
     }
-    drawText(canvas);
+    drawCell(canvas, bounds());
     canvas.restoreGraphicsState();
 }
 

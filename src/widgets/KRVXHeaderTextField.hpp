@@ -22,8 +22,8 @@ public:
     static Shadow bottomBlackShadow() { return bottomShadowForWindow(nullptr); }
 
 protected:
-    // The text as the plain field shows it, in the bounds.
-    void drawText(Canvas& canvas) const;
+    // What the field shows, in `frame`: the text here; subclasses add to it.
+    virtual void drawCell(Canvas& canvas, Rect frame) const;
     virtual Shadow bottomShadow() const { return bottomShadowForWindow(window()); }
 };
 
