@@ -7,8 +7,10 @@
 #include "foundation/FileSystem.hpp"
 #include "platform/LocalDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
+#include "platform/linux/TiffImageDecoder.hpp"
 #include "qt/QtAlerts.hpp"
 #include "qt/QtRunLoop.hpp"
+#include "qt/QtTextMetrics.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/TabView.hpp"
@@ -75,6 +77,9 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
         return HostRun::usage("no display: use --screenshot DIR, --script FILE or --headless");
     }
     QApplication application(argc, argv);
+    QtTextMetrics metrics;
+    Application::shared().setTextMetrics(&metrics);
+    TiffImageDecoder images;
     QtRunLoop loop;
     LocalDistributedNotificationCenter center;
     LinuxDesktop desktop;
@@ -82,7 +87,9 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     QtAlerts qtAlerts;
     const bool scripted = options->script || options->screenshotFolder;
     Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
-    PaneHost host(PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
+    PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
+    environment.images = &images;
+    PaneHost host(environment);
     if (!HostRun::loadPane(host, options->panePath)) {
         return HostRun::failure;
     }

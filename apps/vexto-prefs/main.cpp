@@ -10,6 +10,7 @@
 #include "platform/LocalDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PollRunLoop.hpp"
+#include "platform/linux/TiffImageDecoder.hpp"
 #include "toolkit/Application.hpp"
 
 #include <dlfcn.h>
@@ -27,7 +28,10 @@ int runHeadless(const HostRun::Options& options)
     LinuxDesktop desktop;
     ScriptedAlerts alerts;
     Application::shared().setAlerts(&alerts);
-    PaneHost host(PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
+    TiffImageDecoder images;
+    PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
+    environment.images = &images;
+    PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {
         return HostRun::failure;
     }

@@ -22,9 +22,12 @@
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
+#include "toolkit/Image.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
 #include "toolkit/Window.hpp"
+#include "widgets/KRVXLinkTextField.hpp"
+#include "widgets/ResourceImages.hpp"
 #include "widgets/ViewLayout.hpp"
 
 #include <cmath>
@@ -101,6 +104,10 @@ View* KRVXPreferencePane::loadMainView()
     if (singleton() == nullptr) {
         singleton() = this;
     }
+    // The widgets' images come straight from this bundle; links open through the host's desktop.
+    ResourceImages::setLoader(
+        [this](const std::string& name) { return uncachedPreferencePaneResourceImage(name); });
+    KRVXLinkTextField::setWorkspace(&environment_.workspace);
     PaneInterfaceBuilder builder([](std::string_view text) { return KRVXLocalizedString(text); },
                                  this, this);
     outlets_ = PaneOutlets{};
@@ -113,6 +120,16 @@ View* KRVXPreferencePane::loadMainView()
     restoreLastTab();
     adjustFrameForMainView(mainView_.get(), true);
     return mainView_.get();
+}
+
+std::shared_ptr<Image>
+KRVXPreferencePane::uncachedPreferencePaneResourceImage(const std::string& name) const
+{
+    if (environment_.images == nullptr) {
+        return nullptr;
+    }
+    return Image::contentsOfFile(bundle_.pathForUncachedPreferencePaneResourceFile(name),
+                                 *environment_.images);
 }
 
 void KRVXPreferencePane::mainViewDidLoad()
@@ -142,8 +159,9 @@ void KRVXPreferencePane::fillVersionLines()
     feedbackLink_ =
         "mailto:" + std::string(product::supportEmailAddress) +
         FormatString::fill("?subject=Vexto%20%@%20(%@/%@)", {version, build, daemonBuild});
-    outlets_.feedbackTextField->setStringValue(KRVXLocalizedString("Send Feedback"));
-    outlets_.feedbackTextField->setToolTip(std::string(product::supportEmailAddress));
+    outlets_.feedbackTextField->setStringValue(KRVXLocalizedString("Send Feedback"),
+                                               KRVXLinkTextField::Link{feedbackLink_},
+                                               std::string(product::supportEmailAddress));
 }
 
 void KRVXPreferencePane::hideSpacesControlsOnOlderSystems()

@@ -19,6 +19,7 @@
 namespace vexto {
 
 class Button;
+class Image;
 class PopUpButton;
 class Slider;
 class View;
@@ -52,6 +53,9 @@ public:
     std::string daemonPath() const;
     // The mail address, with a subject naming the versions, that "Send Feedback" opens.
     const std::string& feedbackLink() const { return feedbackLink_; }
+    // Read from the pane bundle's resources, never through a cache; none without a decoder or
+    // when the file cannot be read.
+    std::shared_ptr<Image> uncachedPreferencePaneResourceImage(const std::string& name) const;
 
     // --- lifecycle, as the host drives it ---
     View* loadMainView() override;

@@ -9,6 +9,7 @@
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "widgets/KRVXLinkTextField.hpp"
 
 namespace vexto {
 

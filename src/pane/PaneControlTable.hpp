@@ -31,7 +31,8 @@ enum class ControlKind {
 using OutletMember =
     std::variant<View * PaneOutlets::*, TabView * PaneOutlets::*, TextField * PaneOutlets::*,
                  Button * PaneOutlets::*, PopUpButton * PaneOutlets::*, Slider * PaneOutlets::*,
-                 ColorWell * PaneOutlets::*, KRVXHotKeyTextView * PaneOutlets::*>;
+                 ColorWell * PaneOutlets::*, KRVXHotKeyTextView * PaneOutlets::*,
+                 KRVXLinkTextField * PaneOutlets::*>;
 
 // One outlet of the pane: its name, where it is, the setting it edits and the default the pane
 // applies when the setting is absent.

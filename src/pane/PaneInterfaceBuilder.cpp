@@ -9,6 +9,7 @@
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "widgets/KRVXLinkTextField.hpp"
 
 #include <initializer_list>
 #include <vector>
@@ -366,7 +367,8 @@ void buildAbout(Page& page, PaneOutlets& o)
     y = page.nextRow();
     o.aboutTextField = page.label("", controlFrame(y, 400, leftMargin), TextAlignment::Left);
     y = page.nextRow();
-    o.feedbackTextField = page.label("", controlFrame(y, 400, leftMargin), TextAlignment::Left);
+    o.feedbackTextField =
+        page.place(std::make_shared<KRVXLinkTextField>(), controlFrame(y, 400, leftMargin));
 }
 
 } // namespace
@@ -387,7 +389,8 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
     enable->setTarget(target_);
     enable->setAction("enable:");
     o.enableButton = top.place(enable, Rect(leftMargin, y, 160, 24));
-    o.warningTextField = top.label("", Rect(200, y, paneWidth - 220, 24), TextAlignment::Left);
+    o.warningTextField =
+        top.place(std::make_shared<KRVXLinkTextField>(), Rect(200, y, paneWidth - 220, 24));
 
     auto tabs = std::make_shared<TabView>(Rect(0, 0, paneWidth, tabViewHeight));
     tabs->setAutoresizingMask(View::WidthSizable | View::HeightSizable);

@@ -8,6 +8,7 @@ class Button;
 class ColorWell;
 class KRVXHotKeyClearButton;
 class KRVXHotKeyTextView;
+class KRVXLinkTextField;
 class PopUpButton;
 class Slider;
 class TabView;
@@ -20,9 +21,9 @@ struct PaneOutlets {
     View* mainView = nullptr;
     TabView* settingsTabView = nullptr;
     TextField* aboutTextField = nullptr;
-    TextField* feedbackTextField = nullptr;
+    KRVXLinkTextField* feedbackTextField = nullptr;
     Button* enableButton = nullptr;
-    TextField* warningTextField = nullptr;
+    KRVXLinkTextField* warningTextField = nullptr;
     PopUpButton* layoutPresetsPopUpButton = nullptr;
     PopUpButton* fontsPopUpButton = nullptr;
 

@@ -1,5 +1,6 @@
 #include "qt/QtCanvas.hpp"
 
+#include "qt/QtFonts.hpp"
 #include "toolkit/Image.hpp"
 
 #include <QFont>
@@ -231,11 +232,7 @@ void QtCanvas::drawImage(const Image& image, Rect destination, CompositingOperat
 void QtCanvas::drawText(const std::string& text, Rect rect, const Font& font, const Color& color,
                         TextAlignment alignment)
 {
-    QFont qtFont;
-    if (font.fontName() != "System") {
-        qtFont.setFamily(QString::fromStdString(font.familyName()));
-    }
-    qtFont.setPointSizeF(font.pointSize());
+    const QFont qtFont = QtFonts::qtFont(font);
     const QString qtText = QString::fromStdString(text);
     upright([&](QPainter& p) {
         p.setFont(qtFont);

@@ -1,5 +1,6 @@
 #include "qt/QtPopUpMirror.hpp"
 
+#include "qt/QtFonts.hpp"
 #include "toolkit/PopUpButton.hpp"
 
 #include <QComboBox>
@@ -37,14 +38,6 @@ QWidget* makeWidget(PopUpButton& popUp, QWidget* parent)
         return button;
     }
     return new OpeningComboBox(parent, [&popUp] { popUp.willOpenMenu(); });
-}
-
-QFont qtFont(const Font& font)
-{
-    QFont qt;
-    qt.setFamily(QString::fromStdString(font.familyName()));
-    qt.setPointSizeF(font.pointSize());
-    return qt;
 }
 
 } // namespace
@@ -88,7 +81,7 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
         action->setCheckable(item->state() != 0);
         action->setChecked(item->state() != 0);
         if (item->attributedTitleFont()) {
-            action->setFont(qtFont(*item->attributedTitleFont()));
+            action->setFont(QtFonts::qtFont(*item->attributedTitleFont()));
         }
         std::weak_ptr<MenuItem> weak = item;
         QObject::connect(action, &QAction::triggered, widget(), [this, weak] {
@@ -128,7 +121,7 @@ void QtPopUpMirror::syncComboBox()
         }
         combo->addItem(QString::fromStdString(item.title()));
         if (item.attributedTitleFont()) {
-            combo->setItemData(i, qtFont(*item.attributedTitleFont()), Qt::FontRole);
+            combo->setItemData(i, QtFonts::qtFont(*item.attributedTitleFont()), Qt::FontRole);
         }
     }
     combo->setCurrentIndex(popUp_.indexOfSelectedItem());

@@ -5,6 +5,7 @@ namespace vexto {
 class DistributedNotificationCenter;
 class FontCatalog;
 class HelpViewer;
+class ImageDecoder;
 class RunLoop;
 class Workspace;
 class WorkspaceNotificationCenter;
@@ -16,7 +17,8 @@ struct PaneEnvironment {
     WorkspaceNotificationCenter& workspaceCenter;
     Workspace& workspace;
     HelpViewer& help;
-    const FontCatalog* fonts = nullptr; // none: only the default panel font is known
+    const FontCatalog* fonts = nullptr;   // none: only the default panel font is known
+    const ImageDecoder* images = nullptr; // none: the pane's widgets show no images
 };
 
 } // namespace vexto

@@ -4,6 +4,7 @@
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
 #include "toolkit/Window.hpp"
+#include "widgets/KRVXLinkTextField.hpp"
 
 #include <cmath>
 #include <limits>
@@ -40,7 +41,11 @@ TEST_F(PaneTest, FirstLoadWritesTheDefaultsShowsTheVersionsAndTheFirstTab)
     EXPECT_EQ(o().settingsTabView->selectedTabViewItem()->identifier(), "triggers");
     EXPECT_EQ(o().aboutTextField->stringValue(), "Vexto 3.1 (310/311)");
     EXPECT_EQ(p.feedbackLink(), "mailto:support@vexto.app?subject=Vexto%203.1%20(310/311)");
-    EXPECT_EQ(o().feedbackTextField->toolTip(), "support@vexto.app");
+    EXPECT_EQ(o().feedbackTextField->stringValue(), "Send Feedback");
+    ASSERT_TRUE(o().feedbackTextField->linkURL());
+    EXPECT_EQ(o().feedbackTextField->linkURL()->absoluteString, p.feedbackLink());
+    EXPECT_EQ(o().feedbackTextField->actionButtonToolTip(), "support@vexto.app")
+        << "the bare address, over the arrow only";
     EXPECT_EQ(desktop.registeredHelpBooks, (std::vector<std::string>{bundlePath()}));
     EXPECT_DOUBLE_EQ(main->frame().width(), 668);
 }
