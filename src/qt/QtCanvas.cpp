@@ -88,10 +88,26 @@ QPainterPath QtCanvas::qtPath(const BezierPath& path) const
     QPainterPath qt;
     const Rect r = path.bounds();
     const QRectF rect(r.minX(), r.minY(), r.width(), r.height());
-    if (path.isRounded()) {
-        qt.addRoundedRect(rect, path.xRadius(), path.yRadius());
-    } else {
-        qt.addRect(rect);
+    switch (path.kind()) {
+    case BezierPath::Kind::Oval:
+        qt.addEllipse(rect);
+        break;
+    case BezierPath::Kind::Polygon: {
+        QPolygonF polygon;
+        for (const Point& point : path.points()) {
+            polygon << QPointF(point.x, point.y);
+        }
+        qt.addPolygon(polygon);
+        qt.closeSubpath();
+        break;
+    }
+    case BezierPath::Kind::Rect:
+        if (path.isRounded()) {
+            qt.addRoundedRect(rect, path.xRadius(), path.yRadius());
+        } else {
+            qt.addRect(rect);
+        }
+        break;
     }
     return qt;
 }

@@ -18,6 +18,16 @@ std::string RecordingCanvas::describe(Rect rect)
 
 std::string RecordingCanvas::describe(const BezierPath& path)
 {
+    if (path.kind() == BezierPath::Kind::Oval) {
+        return "oval " + describe(path.bounds());
+    }
+    if (path.kind() == BezierPath::Kind::Polygon) {
+        std::string points = "polygon";
+        for (const Point& point : path.points()) {
+            points += " " + describe(point.x) + "," + describe(point.y);
+        }
+        return points;
+    }
     if (!path.isRounded()) {
         return "rect " + describe(path.bounds());
     }
