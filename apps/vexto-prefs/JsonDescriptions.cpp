@@ -133,7 +133,8 @@ std::string JsonDescriptions::setting(std::string_view key, const PlistValue* st
            ",\"value\":" + (stored != nullptr ? value(*stored) : "null") + "}";
 }
 
-std::string JsonDescriptions::control(std::string_view outlet, const View& view)
+std::string JsonDescriptions::control(std::string_view outlet, const View& view,
+                                      std::string_view link)
 {
     std::string out = "{\"outlet\":" + string(outlet) + ",\"class\":" + string(view.className()) +
                       ",\"hidden\":" + (view.isHidden() ? "true" : "false") +
@@ -161,6 +162,18 @@ std::string JsonDescriptions::control(std::string_view outlet, const View& view)
     }
     if (!view.toolTip().empty()) {
         out += ",\"toolTip\":" + string(view.toolTip());
+    }
+    // A button inside the control (a link's arrow): where the mouse is tracked, and its tip.
+    if (!view.trackingAreas().empty()) {
+        const Rect area = view.trackingAreas().front()->rect();
+        out += ",\"actionButton\":" + frame(area);
+        const std::string tip = view.toolTipAtPoint(Point{area.midX(), area.midY()});
+        if (!tip.empty()) {
+            out += ",\"actionButtonToolTip\":" + string(tip);
+        }
+    }
+    if (!link.empty()) {
+        out += ",\"link\":" + string(link);
     }
     return out + "}";
 }

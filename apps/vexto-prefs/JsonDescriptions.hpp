@@ -18,7 +18,9 @@ public:
     // Data reads {"data":"BASE64"}, with "color" added when it holds an archived colour.
     static std::string value(const PlistValue& value);
     static std::string setting(std::string_view key, const PlistValue* value);
-    static std::string control(std::string_view outlet, const View& view);
+    // `link`: the address the control's arrow opens, when it has one.
+    static std::string control(std::string_view outlet, const View& view,
+                               std::string_view link = {});
     static std::string window(const Window& window, const TabView* tabs);
 };
 

@@ -190,9 +190,20 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
             button->performClick();
         } else if (auto* well = dynamic_cast<ColorWell*>(view)) {
             well->performClick();
-        } else {
-            return fail(error, words[1] + " is not a button");
+        } else if (!pressButtonInside(*view)) {
+            return fail(error, words[1] + " is not a button and holds none");
         }
+        return true;
+    }
+    if (command == "hover") {
+        View* view = outlet(words, 1, error);
+        if (view == nullptr || !expectWords(words, 2, error)) {
+            return false;
+        }
+        if (view->trackingAreas().empty()) {
+            return fail(error, words[1] + " tracks no mouse");
+        }
+        host_.window().sendEvent(Event::mouse(Event::Type::MouseMoved, centreOfButtonIn(*view)));
         return true;
     }
     if (command == "set-state") {
@@ -267,7 +278,8 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         if (view == nullptr || !expectWords(words, 2, error)) {
             return false;
         }
-        out_ << JsonDescriptions::control(words[1], *view) << '\n';
+        out_ << JsonDescriptions::control(words[1], *view, pane.linkOfOutletNamed(words[1]))
+             << '\n';
         return true;
     }
     if (command == "print-window") {
@@ -398,6 +410,28 @@ bool ScriptRunner::clear(const Words& words, std::string& error)
         return fail(error, words[1] + " has no clear button");
     }
     button->performClick();
+    return true;
+}
+
+// The middle of the first area in which the view tracks the mouse: a button inside it.
+Point ScriptRunner::centreOfButtonIn(const View& view)
+{
+    const Rect area = view.trackingAreas().front()->rect();
+    return view.convertPointToView(Point{area.midX(), area.midY()}, nullptr);
+}
+
+// A press and a release on that button, through the window, as a person's click goes.
+bool ScriptRunner::pressButtonInside(View& view)
+{
+    if (view.trackingAreas().empty()) {
+        return false;
+    }
+    const Point where = centreOfButtonIn(view);
+    Window& window = host_.window();
+    window.sendEvent(Event::mouse(Event::Type::MouseMoved, where));
+    window.postEvent(Event::mouse(Event::Type::LeftMouseUp, where));
+    window.sendEvent(Event::mouse(Event::Type::LeftMouseDown, where));
+    window.nextEventMatchingMask(Event::maskFor(Event::Type::LeftMouseUp));
     return true;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/Point.hpp"
+
 #include <istream>
 #include <optional>
 #include <ostream>
@@ -45,6 +47,8 @@ private:
     bool press(const Words& words, std::string& error);
     bool clear(const Words& words, std::string& error);
     void printSavedSetting(const std::string& key);
+    static Point centreOfButtonIn(const View& view);
+    bool pressButtonInside(View& view);
 
     PaneHost& host_;
     RunLoop& runLoop_;

@@ -191,6 +191,12 @@ View* KRVXPreferencePane::accessoryOfOutletNamed(std::string_view name) const
     return field != nullptr ? field->deleteButton() : nullptr;
 }
 
+std::string KRVXPreferencePane::linkOfOutletNamed(std::string_view name) const
+{
+    const auto* field = dynamic_cast<const KRVXLinkTextField*>(outletNamed(name));
+    return field != nullptr && field->linkURL() ? field->linkURL()->absoluteString : std::string();
+}
+
 std::string KRVXPreferencePane::settingsFilePath() const
 {
     return store_.settingsPath().value_or(std::string());

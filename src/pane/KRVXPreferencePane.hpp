@@ -79,6 +79,7 @@ public:
     View* outletNamed(std::string_view name) const override;
     View* accessoryOfOutletNamed(std::string_view name) const override;
     std::string settingsFilePath() const override;
+    std::string linkOfOutletNamed(std::string_view name) const override;
     const PlistValue* valueForSettingKey(std::string_view key) override
     {
         return valueForSetting(key);

@@ -29,6 +29,8 @@ public:
     virtual View* outletNamed(std::string_view name) const = 0;
     // The button that belongs to an outlet, such as a hot-key field's clear button; or none.
     virtual View* accessoryOfOutletNamed(std::string_view name) const = 0;
+    // The address a link field's arrow opens; empty for other outlets and fields without a link.
+    virtual std::string linkOfOutletNamed(std::string_view name) const = 0;
     // Where the pane keeps its settings on disk; empty when it has no such file.
     virtual std::string settingsFilePath() const = 0;
     virtual const PlistValue* valueForSettingKey(std::string_view key) = 0;
