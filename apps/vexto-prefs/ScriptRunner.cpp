@@ -431,7 +431,9 @@ bool ScriptRunner::pressButtonInside(View& view)
     window.sendEvent(Event::mouse(Event::Type::MouseMoved, where));
     window.postEvent(Event::mouse(Event::Type::LeftMouseUp, where));
     window.sendEvent(Event::mouse(Event::Type::LeftMouseDown, where));
-    window.nextEventMatchingMask(Event::maskFor(Event::Type::LeftMouseUp));
+    if (window.queuedEventCount() > 0) {
+        window.nextEventMatchingMask(Event::maskFor(Event::Type::LeftMouseUp)); // not taken
+    }
     return true;
 }
 

@@ -9,6 +9,8 @@
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "widgets/KRVXHeaderTextField.hpp"
+#include "widgets/KRVXHeaderView.hpp"
 #include "widgets/KRVXLinkTextField.hpp"
 
 #include <initializer_list>
@@ -166,8 +168,21 @@ void buildTriggers(Page& page, PaneOutlets& o)
         page.label(title, Rect(leftMargin, y, wideLabel, controlHeight));
     };
     double y = page.nextRow();
-    page.label("Forward", controlFrame(y, fieldWidth, firstField), TextAlignment::Center);
-    page.label("Backward", controlFrame(y, fieldWidth, secondField), TextAlignment::Center);
+    // The title row of the page, on its header strip.
+    constexpr double stripMargin = 6;
+    View* strip =
+        page.place(std::make_shared<KRVXHeaderView>(),
+                   Rect(firstField - stripMargin, y - 3,
+                        secondField + fieldWidth - firstField + stripMargin, controlHeight + 6));
+    for (const auto& [title, x] : {std::pair{"Forward", firstField}, {"Backward", secondField}}) {
+        auto header = std::make_shared<KRVXHeaderTextField>(
+            Rect(x - firstField + stripMargin, 3, fieldWidth, controlHeight));
+        header->setStringValue(page.localized()(title));
+        header->setAlignment(TextAlignment::Center);
+        header->setTextColor(Color::calibratedWhite(0.15f, 1));
+        header->setTag(-1); // dark titles need no shadow below them
+        strip->addSubview(header);
+    }
     const HotKeyRow cycles[] = {
         {"All windows:", &o.allForwardTextView, &o.allBackwardTextView},
         {"Non-minimized windows:", &o.normalForwardTextView, &o.normalBackwardTextView},

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace vexto {
 
@@ -29,6 +30,25 @@ protected:
     }
 
     void mousePressEvent(QMouseEvent* event) override { send(Event::Type::LeftMouseDown, event); }
+
+    // Tool tips show over the rectangles the view asks for, not over the whole view.
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip) {
+            return QWidget::event(event);
+        }
+        const QPointF local = static_cast<QHelpEvent*>(event)->pos();
+        const std::string tip =
+            view_.toolTipAtPoint(Point{local.x(), view_.frame().height() - local.y()});
+        if (tip.empty()) {
+            QToolTip::hideText();
+            event->ignore();
+        } else {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                               QString::fromStdString(tip), this);
+        }
+        return true;
+    }
     void mouseReleaseEvent(QMouseEvent* event) override { send(Event::Type::LeftMouseUp, event); }
     void mouseMoveEvent(QMouseEvent* event) override
     {
@@ -47,9 +67,9 @@ private:
         const QPointF local = event->position();
         const Point inView{local.x(), view_.frame().height() - local.y()};
         Event modelEvent = Event::mouse(type, view_.convertPointToView(inView, nullptr));
-        if (type == Event::Type::LeftMouseUp || type == Event::Type::LeftMouseDragged) {
-            // A tracking loop may be waiting for these.
-            window->postEvent(modelEvent);
+        if (window->isWaitingForEvents()) {
+            window->postEvent(modelEvent); // a click's tracking loop reads it
+            return;
         }
         window->sendEvent(modelEvent);
     }

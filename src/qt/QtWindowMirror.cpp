@@ -3,6 +3,8 @@
 #include "toolkit/View.hpp"
 #include "toolkit/Window.hpp"
 
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QResizeEvent>
 
 #include <cmath>
@@ -48,6 +50,14 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
         content_->place();
         content_->widget()->show();
     }
+    // A click's tracking loop in the model waits for the mouse as Qt delivers it.
+    window_.setEventWaiter([] {
+        if (QCoreApplication::closingDown()) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        return true;
+    });
     observer_ = window_.addObserver([this](Window&, WindowChange change) {
         if (change == WindowChange::Frame || change == WindowChange::Title ||
             change == WindowChange::Visible) {
@@ -60,6 +70,7 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
 QtWindowMirror::~QtWindowMirror()
 {
     window_.removeObserver(observer_);
+    window_.setEventWaiter({});
     content_.reset();
 }
 

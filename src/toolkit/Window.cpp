@@ -283,9 +283,18 @@ void Window::postEvent(Event event, bool atStart)
 
 std::optional<Event> Window::nextEventMatchingMask(std::uint64_t mask)
 {
-    const auto found = std::find_if(queue_.begin(), queue_.end(), [&](const Event& event) {
-        return (mask & Event::maskFor(event.type())) != 0;
-    });
+    const auto matching = [&] {
+        return std::find_if(queue_.begin(), queue_.end(), [&](const Event& event) {
+            return (mask & Event::maskFor(event.type())) != 0;
+        });
+    };
+    auto found = matching();
+    // With a front that delivers events as they come, wait for it as a tracking loop does.
+    ++waitingForEvents_;
+    while (found == queue_.end() && eventWaiter_ && eventWaiter_()) {
+        found = matching();
+    }
+    --waitingForEvents_;
     if (found == queue_.end()) {
         return std::nullopt;
     }

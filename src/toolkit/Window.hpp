@@ -74,8 +74,14 @@ public:
     void selectNextKeyView(bool forward);
 
     void postEvent(Event event, bool atStart = false);
-    // Takes the first queued event whose type is in the mask; none when there is none.
+    // Takes the first queued event whose type is in the mask. When none is queued, the event
+    // waiter (the front's, if any) is asked for more until it says none will come; none then.
     std::optional<Event> nextEventMatchingMask(std::uint64_t mask);
+    // Lets the front deliver its pending events (blocking until some arrive); false when no
+    // more will come.
+    void setEventWaiter(std::function<bool()> waiter) { eventWaiter_ = std::move(waiter); }
+    // True while a tracking loop waits in nextEventMatchingMask: events belong in the queue.
+    bool isWaitingForEvents() const { return waitingForEvents_ > 0; }
     std::size_t queuedEventCount() const { return queue_.size(); }
 
     // --- observing ---
@@ -103,6 +109,8 @@ private:
     View* firstResponder_ = nullptr;
     View* mouseDownView_ = nullptr;
     std::deque<Event> queue_;
+    std::function<bool()> eventWaiter_;
+    int waitingForEvents_ = 0;
     ObserverList<Window&, WindowChange> observers_;
 };
 
