@@ -1,5 +1,6 @@
 // A link field in a real Qt window: hover, press and release with Qt's own mouse events, and
 // pictures of the hovered and pressed looks.
+#include "QtTestApplication.hpp"
 #include "platform/fake/FakeDesktop.hpp"
 #include "qt/QtTextMetrics.hpp"
 #include "qt/QtWindowMirror.hpp"
@@ -19,15 +20,7 @@ namespace {
 
 class QtActionButtonFieldTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "vexto_qt_tests";
-        static char* argv[] = {name, nullptr};
-        if (QApplication::instance() == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
+    static void SetUpTestSuite() { test::ensureQApplication(); }
 
     QtActionButtonFieldTest()
     {

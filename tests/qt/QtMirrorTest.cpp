@@ -1,3 +1,4 @@
+#include "QtTestApplication.hpp"
 #include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
@@ -79,15 +80,7 @@ struct TextLog : TextFieldDelegate {
 
 class QtMirrorTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "vexto_qt_tests";
-        static char* argv[] = {name, nullptr};
-        if (QApplication::instance() == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
+    static void SetUpTestSuite() { test::ensureQApplication(); }
 
     QtMirrorTest()
     {
