@@ -46,8 +46,24 @@ int saveScreenshots(const std::string& folder, PaneHost& host, QtWindowMirror& m
     return HostRun::success;
 }
 
+// The cursors the model pushes, shown over the whole application while they are pushed.
+void showPushedCursors()
+{
+    Application::shared().setCursorHandler([](const std::string& cursor, bool pushed) {
+        while (QGuiApplication::overrideCursor() != nullptr) {
+            QGuiApplication::restoreOverrideCursor();
+        }
+        if (pushed) {
+            QGuiApplication::setOverrideCursor(cursor == "pointingHand" ? Qt::PointingHandCursor
+                                               : cursor == "iBeam"      ? Qt::IBeamCursor
+                                                                        : Qt::ArrowCursor);
+        }
+    });
+}
+
 int runWindow(QApplication& application, PaneHost& host, QtWindowMirror& mirror)
 {
+    showPushedCursors();
     mirror.widget()->show();
     HostRun::stopOnSignals();
     QTimer stopWatch;

@@ -48,10 +48,21 @@ void Application::beep()
     }
 }
 
+void Application::pushCursor(std::string cursor)
+{
+    cursors_.push_back(std::move(cursor));
+    if (cursorHandler_) {
+        cursorHandler_(currentCursor(), true);
+    }
+}
+
 void Application::popCursor()
 {
     if (!cursors_.empty()) {
         cursors_.pop_back();
+    }
+    if (cursorHandler_) {
+        cursorHandler_(currentCursor(), !cursors_.empty());
     }
 }
 

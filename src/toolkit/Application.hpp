@@ -34,9 +34,15 @@ public:
     int beepCount() const { return beeps_; }
     void setBeepHandler(std::function<void()> handler) { beepHandler_ = std::move(handler); }
 
-    void pushCursor(std::string cursor) { cursors_.push_back(std::move(cursor)); }
+    void pushCursor(std::string cursor);
     void popCursor();
     std::string currentCursor() const { return cursors_.empty() ? "arrow" : cursors_.back(); }
+    // The front shows the cursor: told the cursor in force after each push and pop, and whether
+    // any is pushed at all.
+    void setCursorHandler(std::function<void(const std::string& cursor, bool pushed)> handler)
+    {
+        cursorHandler_ = std::move(handler);
+    }
 
     // The front measures text as it draws it; without one, a character is taken as 0.55 em wide.
     void setTextMetrics(const TextMetrics* metrics) { textMetrics_ = metrics; }
@@ -63,6 +69,7 @@ private:
     int beeps_ = 0;
     std::function<void()> beepHandler_;
     std::vector<std::string> cursors_;
+    std::function<void(const std::string&, bool)> cursorHandler_;
     Alerts* alerts_ = nullptr;
     const TextMetrics* textMetrics_ = nullptr;
 };
