@@ -1,11 +1,82 @@
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/FormatString.hpp"
+#include "foundation/Log.hpp"
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
+#include "hotkeys/KeyLabels.hpp"
+#include "pane/KRVXPreferencePane.hpp"
+#include "pane/SettingKeys.hpp"
+#include "ports/RunLoop.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/Event.hpp"
+#include "toolkit/Window.hpp"
+
 namespace vexto {
+
+namespace keys = settingkeys;
+
+namespace {
+
+constexpr const char* timeOutSelector = "timeOutFirstResponder";
+constexpr std::uint64_t anyOfShiftControlOptionCommand = 0x1E0000;
+constexpr char escape = 27;
+
+const RunLoopModes timeOutModes{RunLoopMode::Default};
+
+const ParagraphStyle& hotKeyParagraphStyle()
+{
+    static const ParagraphStyle style{TextAlignment::Center,
+                                      ParagraphStyle::LineBreak::TruncateTail};
+    return style;
+}
+
+const Color& noShortcutColor()
+{
+    static const Color grey = Color::calibratedWhite(0.6f, 1);
+    return grey;
+}
+
+const Color& selectedTextBackgroundColor()
+{
+    static const Color blue = Color::calibratedRGB(0.71f, 0.84f, 1, 1);
+    return blue;
+}
+
+const Color& secondarySelectedControlColor()
+{
+    static const Color grey = Color::calibratedWhite(0.83f, 1);
+    return grey;
+}
+
+const KeyboardLayout* keyboardLayout(KRVXPreferencePane& pane)
+{
+    return pane.environment().keyboard;
+}
+
+} // namespace
+
+KRVXHotKeyTextView::KRVXHotKeyTextView(Rect frame) : TextView(frame)
+{
+    setEditable(false);
+    setParagraphStyle(hotKeyParagraphStyle());
+}
+
+KRVXHotKeyTextView::~KRVXHotKeyTextView()
+{
+    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
+        pane->environment().runLoop.cancelPreviousPerformRequests(this);
+    }
+}
 
 void KRVXHotKeyTextView::setHotKeyIdentifier(std::string identifier, std::string direction)
 {
     identifier_ = std::move(identifier);
     direction_ = std::move(direction);
+    if (deleteButton_ != nullptr) {
+        deleteButton_->setToolTip(KRVXLocalizedString("Clear Shortcut"));
+    }
+    showSlot();
 }
 
 std::string KRVXHotKeyTextView::hotKeyIdentifier() const
@@ -16,6 +87,246 @@ std::string KRVXHotKeyTextView::hotKeyIdentifier() const
 std::string KRVXHotKeyTextView::direction() const
 {
     return direction_.empty() ? std::string(anyDirection) : direction_;
+}
+
+// The stored record, relabelled for the keyboard layout and exact-matching setting of now.
+void KRVXHotKeyTextView::showSlot()
+{
+    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    if (pane == nullptr) {
+        return;
+    }
+    const PlistValue* table = objectForKey(pane->settings(), hotKeyIdentifier());
+    const PlistValue* stored = table != nullptr && table->isDictionary()
+                                   ? objectForKey(*table->asDictionary(), direction())
+                                   : nullptr;
+    const PlistDictionary* record = stored != nullptr ? stored->asDictionary() : nullptr;
+    std::optional<std::string> text;
+    std::uint64_t modifiers = 0;
+    if (record != nullptr) {
+        modifiers = static_cast<std::uint64_t>(integerForKey(*record, "Modifiers"));
+        const PlistValue* visual = objectForKey(*record, "Visual Representation");
+        if (visual != nullptr && visual->isString()) {
+            std::optional<std::string> key;
+            if (objectForKey(*record, "Key Code") != nullptr) {
+                key = KRVXStringForKeyCode(
+                    static_cast<std::uint16_t>(integerForKey(*record, "Key Code")), false,
+                    keyboardLayout(*pane));
+            }
+            if (!key) {
+                key = stringByTrimmingModifierPrefix(*visual->asString());
+            }
+            const bool exact = pane->boolForSetting(keys::requireExactModifierKeyMatches);
+            text = key->empty() ? *visual->asString()
+                                : readableKeyStringPrefixWithModifierFlags(modifiers, exact) + *key;
+        }
+    }
+    setOccupiedWithVisualHotKeyRepresentation(text, modifiers);
+}
+
+void KRVXHotKeyTextView::setOccupiedWithVisualHotKeyRepresentation(
+    const std::optional<std::string>& text, std::uint64_t)
+{
+    setParagraphStyle(hotKeyParagraphStyle());
+    occupied_ = text.has_value();
+    const bool focused = isRecording();
+    if (occupied_) {
+        setTextColor(Color::calibratedWhite(0, 1));
+        setString(*text);
+    } else {
+        setTextColor(noShortcutColor());
+        setString(focused ? " " : KRVXLocalizedString("No Shortcut"));
+    }
+    if (focused) {
+        selectAll();
+    }
+    if (deleteButton_ != nullptr) {
+        deleteButton_->setEnabled(occupied_);
+    }
+}
+
+bool KRVXHotKeyTextView::isRecording() const
+{
+    return window() != nullptr && window()->firstResponder() == this;
+}
+
+bool KRVXHotKeyTextView::becomeFirstResponder()
+{
+    if (!TextView::becomeFirstResponder()) {
+        return false;
+    }
+    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
+        RunLoop& loop = pane->environment().runLoop;
+        loop.cancelPreviousPerformRequests(this, timeOutSelector, PerformArgument{});
+        loop.performAfterDelay(this, timeOutSelector, {}, recordingTimeout, timeOutModes,
+                               [this] { timeOutFirstResponder(); });
+    }
+    updateDisplayForFirstResponder(true);
+    return true;
+}
+
+void KRVXHotKeyTextView::timeOutFirstResponder()
+{
+    if (isRecording()) {
+        activelyResignFirstResponder();
+    }
+}
+
+bool KRVXHotKeyTextView::resignFirstResponder()
+{
+    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
+        pane->environment().runLoop.cancelPreviousPerformRequests(this, timeOutSelector,
+                                                                  PerformArgument{});
+    }
+    // A key that would move the focus (Tab, Shift-Tab) is recorded instead.
+    const Event* current = Application::shared().currentEvent();
+    if (!activelyResigning_ && current != nullptr && current->type() == Event::Type::KeyDown) {
+        keyDown(*current);
+        return false;
+    }
+    updateDisplayForFirstResponder(false);
+    if (!TextView::resignFirstResponder()) {
+        updateDisplayForFirstResponder(true);
+        return false;
+    }
+    return true;
+}
+
+void KRVXHotKeyTextView::activelyResignFirstResponder()
+{
+    activelyResigning_ = true;
+    if (window() != nullptr) {
+        window()->makeFirstResponder(nullptr);
+    }
+    activelyResigning_ = false;
+    if (!occupied_) {
+        setOccupiedWithVisualHotKeyRepresentation(std::nullopt, 0);
+    }
+}
+
+void KRVXHotKeyTextView::updateDisplayForFirstResponder(bool focused)
+{
+    if (focused) {
+        const bool main = window() != nullptr && window()->isMainWindow();
+        setBackgroundColor(main ? selectedTextBackgroundColor() : secondarySelectedControlColor());
+        if (!occupied_) {
+            setString(" ");
+        }
+        selectAll();
+    } else {
+        setBackgroundColor(Color::whiteColor());
+        setSelectedRange(TextRange{});
+        if (!occupied_) {
+            setString(KRVXLocalizedString("No Shortcut"));
+        }
+    }
+}
+
+bool KRVXHotKeyTextView::performKeyEquivalent(const Event& event)
+{
+    if (!isRecording() || event.type() != Event::Type::KeyDown) {
+        return false;
+    }
+    keyDown(event);
+    return true;
+}
+
+void KRVXHotKeyTextView::keyDown(const Event& event)
+{
+    const std::uint64_t flags = event.modifierFlags();
+    if ((flags & anyOfShiftControlOptionCommand) == 0 && event.type() == Event::Type::KeyDown &&
+        event.characters().starts_with(escape)) {
+        activelyResignFirstResponder();
+        return;
+    }
+    record(event);
+}
+
+void KRVXHotKeyTextView::record(const Event& event)
+{
+    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    if (pane == nullptr) {
+        return;
+    }
+    const std::uint64_t flags = event.modifierFlags();
+    const bool exact = pane->boolForSetting(keys::requireExactModifierKeyMatches);
+    const bool ignoreCapsLock = pane->boolForSetting(keys::ignoreCapsLock, true);
+    const bool ignoreFunctionKey = pane->boolForSetting(keys::ignoreFunctionKey, true);
+    if (!KRVXIsValidHotKey(event.keyCode(), flags, exact, ignoreCapsLock, ignoreFunctionKey,
+                           pane->settings(), pane->environment().hotKeys)) {
+        Application::shared().beep();
+        return;
+    }
+    const std::string readable = readableKeyString(event, exact, keyboardLayout(*pane));
+    if (KRVXNeedsReservationWarning(flags)) {
+        const int answer = KRVXRunAlertPanel(
+            KRVXLocalizedString("Vexto - Warning"),
+            FormatString::fill(
+                KRVXLocalizedString("Some applications might not respond properly to your input "
+                                    "with the key combination \"%@\" being reserved by Vexto."),
+                {readable}),
+            FormatString::fill(KRVXLocalizedString("Use \"%@\""), {readable}),
+            KRVXLocalizedString("Cancel"), {}, window());
+        if (answer != 1) {
+            return; // still recording, the old contents kept
+        }
+    }
+    PlistDictionary& settings = pane->settings();
+    PlistValue& table = settings[hotKeyIdentifier()];
+    if (!table.isDictionary()) {
+        table = PlistDictionary{};
+    }
+    table.asDictionary()->insert_or_assign(
+        direction(), PlistDictionary{{"Key Code", std::to_string(event.keyCode())},
+                                     {"Modifiers", std::to_string(flags)},
+                                     {"Visual Representation", readable},
+                                     {"Character", event.charactersIgnoringModifiers()}});
+    pane->saveSettings();
+    setOccupiedWithVisualHotKeyRepresentation(readable, flags);
+    activelyResignFirstResponder();
+}
+
+void KRVXHotKeyTextView::deleteHotKey()
+{
+    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    if (pane == nullptr) {
+        return;
+    }
+    PlistDictionary& settings = pane->settings();
+    const auto table = settings.find(hotKeyIdentifier());
+    PlistDictionary* records = table != settings.end() ? table->second.asDictionary() : nullptr;
+    const auto found =
+        records != nullptr ? records->find(direction()) : PlistDictionary::iterator{};
+    if (records == nullptr || found == records->end()) {
+        Log::line("superfluous deletion");
+        return;
+    }
+    records->erase(found); // the table itself stays, possibly empty
+    setOccupiedWithVisualHotKeyRepresentation(std::nullopt, 0);
+    pane->saveSettings();
+}
+
+TextRange KRVXHotKeyTextView::selectionRangeForProposedRange(TextRange) const
+{
+    return TextRange{0, length()};
+}
+
+void KRVXHotKeyTextView::setString(std::string text)
+{
+    TextView::setString(std::move(text));
+    setFont(Font::systemFontOfSize(13));
+}
+
+bool KRVXHotKeyTextView::respondsToSelector(std::string_view selector) const
+{
+    return selector == "delete:";
+}
+
+void KRVXHotKeyTextView::performAction(std::string_view selector, const ActionSender&)
+{
+    if (selector == "delete:") {
+        deleteHotKey();
+    }
 }
 
 } // namespace vexto

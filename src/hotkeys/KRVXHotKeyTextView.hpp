@@ -1,7 +1,10 @@
 #pragma once
 
+#include "toolkit/ActionTarget.hpp"
 #include "toolkit/TextView.hpp"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,16 +13,24 @@ namespace vexto {
 class KRVXHotKeyClearButton;
 
 // A one-line field that records one hot key: the slot it edits is a hot-key identifier (the
-// setting key of a hot-key table) and a direction inside that table.
-class KRVXHotKeyTextView : public TextView {
+// setting key of a hot-key table) and a direction inside that table. Clicked, it records the next
+// key combination pressed (Tab and Shift-Tab included), checks it, stores it and gives up the
+// focus; plain Escape, 30 seconds without a key or a click elsewhere end recording. It is never a
+// text editor. Its clear button sends it delete:.
+class KRVXHotKeyTextView : public TextView, public ActionTarget {
 public:
     static constexpr std::string_view unsetIdentifier = "Dummy";
     static constexpr std::string_view anyDirection = "Any";
+    static constexpr double recordingTimeout = 30.0;
 
-    using TextView::TextView;
+    explicit KRVXHotKeyTextView(Rect frame = {});
+    ~KRVXHotKeyTextView() override;
+    KRVXHotKeyTextView(const KRVXHotKeyTextView&) = delete;
+    KRVXHotKeyTextView& operator=(const KRVXHotKeyTextView&) = delete;
     const char* className() const override { return "HotKeyTextView"; }
 
-    // Binds the field to a slot; no direction means "Any".
+    // Binds the field to a slot (no direction means "Any") and shows what is stored there,
+    // relabelled for the current keyboard layout.
     void setHotKeyIdentifier(std::string identifier, std::string direction = {});
     std::string hotKeyIdentifier() const;
     std::string direction() const;
@@ -27,10 +38,38 @@ public:
     KRVXHotKeyClearButton* deleteButton() const { return deleteButton_; }
     void setDeleteButton(KRVXHotKeyClearButton* button) { deleteButton_ = button; }
 
+    // A stored hot key's text, or the empty look for none; the modifiers are not used.
+    void setOccupiedWithVisualHotKeyRepresentation(const std::optional<std::string>& text,
+                                                   std::uint64_t modifierFlags);
+    bool isOccupied() const { return occupied_; }
+    bool isRecording() const;
+
+    bool becomeFirstResponder() override;
+    bool resignFirstResponder() override;
+    void keyDown(const Event& event) override;
+    bool performKeyEquivalent(const Event& event) override;
+    void activelyResignFirstResponder();
+    void timeOutFirstResponder();
+    void updateDisplayForFirstResponder(bool focused);
+    // Clears the slot: the clear button's action.
+    void deleteHotKey();
+
+    // Never part of the text: the whole of it is selected or nothing.
+    TextRange selectionRangeForProposedRange(TextRange proposed) const override;
+    void setString(std::string text) override;
+
+    bool respondsToSelector(std::string_view selector) const override;
+    void performAction(std::string_view selector, const ActionSender& sender) override;
+
 private:
+    void record(const Event& event);
+    void showSlot();
+
     std::string identifier_;
     std::string direction_;
     KRVXHotKeyClearButton* deleteButton_ = nullptr;
+    bool occupied_ = false;
+    bool activelyResigning_ = false;
 };
 
 } // namespace vexto

@@ -152,7 +152,7 @@ KRVXHotKeyTextView* hotKeyField(Page& page, Rect frame)
     auto* view =
         page.place(field, Rect(frame.minX(), frame.minY(), frame.width() - 22, frame.height()));
     auto clear = std::make_shared<KRVXHotKeyClearButton>();
-    clear->setTarget(page.target());
+    clear->setTarget(field.get());
     clear->setAction("delete:");
     view->setDeleteButton(page.place(clear, Rect(frame.maxX() - 18, frame.minY() + 3, 16, 16)));
     return view;

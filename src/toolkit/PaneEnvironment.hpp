@@ -5,6 +5,8 @@ namespace vexto {
 class DistributedNotificationCenter;
 class FontCatalog;
 class HelpViewer;
+class HotKeyRegistrar;
+class KeyboardLayout;
 class ImageDecoder;
 class RunLoop;
 class Workspace;
@@ -17,8 +19,10 @@ struct PaneEnvironment {
     WorkspaceNotificationCenter& workspaceCenter;
     Workspace& workspace;
     HelpViewer& help;
-    const FontCatalog* fonts = nullptr;   // none: only the default panel font is known
-    const ImageDecoder* images = nullptr; // none: the pane's widgets show no images
+    const FontCatalog* fonts = nullptr;       // none: only the default panel font is known
+    const ImageDecoder* images = nullptr;     // none: the pane's widgets show no images
+    const KeyboardLayout* keyboard = nullptr; // none: keys without a name have no label
+    HotKeyRegistrar* hotKeys = nullptr;       // none: every free combination is accepted
 };
 
 } // namespace vexto

@@ -1,0 +1,197 @@
+#include "PaneTestFixture.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "foundation/Log.hpp"
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "hotkeys/KeyLabels.hpp"
+#include "ports/HotKeyRegistrar.hpp"
+#include "toolkit/Window.hpp"
+
+namespace vexto {
+namespace {
+
+using test::PaneTest;
+
+constexpr std::uint16_t tabKey = 48;
+constexpr std::uint16_t spaceKey = 49;
+constexpr std::uint16_t escapeKey = 53;
+constexpr std::uint16_t f5Key = 96;
+
+struct Answers : Alerts {
+    int answer = defaultReturn;
+    std::vector<AlertRequest> shown;
+    int runModal(const AlertRequest& request) override
+    {
+        shown.push_back(request);
+        return answer;
+    }
+};
+
+struct FreeKeys : HotKeyRegistrar {
+    bool registerHotKey(std::uint16_t, std::uint32_t, std::uint32_t) override { return true; }
+    void unregisterHotKey(std::uint32_t) override {}
+};
+
+class HotKeyRecorderTest : public PaneTest {
+protected:
+    HotKeyRecorderTest()
+    {
+        Application::shared().setAlerts(&answers);
+        writeDefaults(PlistDictionary{{"Cycle All Windows", PlistDictionary{}}});
+        load();
+        paneWindow.setContentView(main->shared_from_this());
+        paneWindow.makeKeyAndOrderFront();
+        Log::setSink([this](const std::string& line) { logged.push_back(line); });
+    }
+    ~HotKeyRecorderTest() override { Log::clearSink(); }
+
+    KRVXHotKeyTextView& field() const { return *o().allForwardTextView; }
+    void focus() { clickInto(&field()); }
+    // The focus moves as a click moves it: the current event is a mouse press.
+    void clickInto(View* view)
+    {
+        Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDown, Point{}));
+        ASSERT_TRUE(paneWindow.makeFirstResponder(view));
+    }
+    void press(std::uint16_t keyCode, std::uint64_t flags, std::string characters = "x")
+    {
+        paneWindow.sendEvent(
+            Event::key(Event::Type::KeyDown, keyCode, flags, characters, characters));
+    }
+    const PlistValue* stored(const char* direction = "Forward")
+    {
+        const PlistValue* table = pane->valueForSetting("Cycle All Windows");
+        return table != nullptr && table->isDictionary()
+                   ? objectForKey(*table->asDictionary(), direction)
+                   : nullptr;
+    }
+
+    Answers answers;
+    Window paneWindow{Rect(0, 0, 668, 700)};
+    std::vector<std::string> logged;
+};
+
+TEST_F(HotKeyRecorderTest, ARecordedCombinationIsStoredSavedShownAndEndsRecording)
+{
+    EXPECT_EQ(field().string(), "No Shortcut");
+    EXPECT_FALSE(field().isOccupied());
+    EXPECT_FALSE(field().deleteButton()->isEnabled());
+    focus();
+    EXPECT_EQ(field().string(), " ") << "an empty field shows a blank while recording";
+    center.clearPosted();
+    press(tabKey, Event::optionKeyMask | 0x20, "\t");
+    ASSERT_NE(stored(), nullptr);
+    EXPECT_EQ(*stored(), PlistValue(PlistDictionary{{"Key Code", "48"},
+                                                    {"Modifiers", "524320"},
+                                                    {"Visual Representation", "\u2325\u21E5"},
+                                                    {"Character", "\t"}}));
+    EXPECT_NE(test::readText(settingsFile()).find("524320"), std::string::npos) << "saved";
+    EXPECT_EQ(daemonUpdates(), 1u);
+    EXPECT_EQ(field().string(), "\u2325\u21E5");
+    EXPECT_TRUE(field().deleteButton()->isEnabled());
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_TRUE(answers.shown.empty()) << "Option holds the key for the daemon alone";
+}
+
+TEST_F(HotKeyRecorderTest, CombinationsAlreadyHeldBeepAndRecordingGoesOn)
+{
+    focus();
+    press(tabKey, Event::optionKeyMask, "\t");
+    focus();
+    const int beeps = Application::shared().beepCount();
+    press(tabKey, Event::optionKeyMask, "\t"); // the very combination this slot holds
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 1);
+    EXPECT_TRUE(field().isRecording());
+    // Another slot with the same combination: refused too.
+    clickInto(o().allBackwardTextView);
+    press(tabKey, Event::optionKeyMask, "\t");
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 2);
+    EXPECT_EQ(stored("Backward"), nullptr);
+}
+
+TEST_F(HotKeyRecorderTest, KeysWithoutShiftControlOrOptionAskFirst)
+{
+    focus();
+    answers.answer = Alerts::alternateReturn; // Cancel
+    press(spaceKey, Event::commandKeyMask, " ");
+    ASSERT_EQ(answers.shown.size(), 1u);
+    EXPECT_EQ(answers.shown[0].title, "Vexto - Warning");
+    EXPECT_EQ(answers.shown[0].defaultButton, "Use \"\u2318Space\"");
+    EXPECT_EQ(answers.shown[0].alternateButton, "Cancel");
+    EXPECT_NE(answers.shown[0].message.find("\"\u2318Space\" being reserved by Vexto"),
+              std::string::npos);
+    EXPECT_TRUE(field().isRecording()) << "Cancel keeps recording";
+    EXPECT_EQ(stored(), nullptr);
+
+    press(f5Key, 0, "");
+    EXPECT_EQ(answers.shown.size(), 2u) << "a plain F5 asks too";
+    press(spaceKey, Event::controlKeyMask, " ");
+    EXPECT_EQ(answers.shown.size(), 2u) << "Control does not";
+    focus();
+    press(f5Key, Event::shiftKeyMask, "");
+    EXPECT_EQ(answers.shown.size(), 2u) << "nor Shift";
+
+    // Command-Escape is recorded, after asking; plain Escape only ends recording.
+    answers.answer = Alerts::defaultReturn;
+    clickInto(o().allBackwardTextView);
+    press(escapeKey, Event::commandKeyMask, "\x1b");
+    EXPECT_EQ(answers.shown.size(), 3u);
+    EXPECT_EQ(o().allBackwardTextView->string(), "\u2318Escape");
+    clickInto(o().allBackwardTextView);
+    press(escapeKey, 0, "\x1b");
+    EXPECT_FALSE(o().allBackwardTextView->isRecording());
+    EXPECT_EQ(o().allBackwardTextView->string(), "\u2318Escape") << "contents unchanged";
+}
+
+TEST_F(HotKeyRecorderTest, RecordingEndsAfterThirtySecondsOrAClickElsewhere)
+{
+    focus();
+    loop.advance(29.9);
+    EXPECT_TRUE(field().isRecording());
+    loop.advance(0.2);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(field().string(), "No Shortcut");
+
+    focus();
+    clickInto(o().allBackwardTextView);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(field().string(), "No Shortcut");
+    EXPECT_EQ(field().selectionRangeForProposedRange(TextRange{2, 1}),
+              (TextRange{0, field().length()}))
+        << "all of it or nothing";
+}
+
+TEST_F(HotKeyRecorderTest, ClearingRemovesTheRecordAndAnEmptySlotOnlyLogs)
+{
+    focus();
+    press(tabKey, Event::optionKeyMask, "\t");
+    center.clearPosted();
+    field().deleteButton()->performClick();
+    EXPECT_EQ(stored(), nullptr);
+    EXPECT_NE(pane->valueForSetting("Cycle All Windows"), nullptr) << "the table stays";
+    EXPECT_EQ(field().string(), "No Shortcut");
+    EXPECT_FALSE(field().deleteButton()->isEnabled());
+    EXPECT_EQ(daemonUpdates(), 1u);
+    field().deleteHotKey();
+    EXPECT_EQ(logged, std::vector<std::string>{"[Vexto] superfluous deletion"});
+    EXPECT_EQ(daemonUpdates(), 1u) << "nothing saved";
+}
+
+TEST_F(HotKeyRecorderTest, AStoredRecordIsRelabelledFromItsModifiersAndKey)
+{
+    writeSettings(PlistDictionary{
+        {"Require Exact Modifier Key Matches", true},
+        {"Cycle All Windows",
+         PlistDictionary{
+             {"Forward", PlistDictionary{{"Key Code", "49"},
+                                         {"Modifiers", "1048584"},
+                                         {"Visual Representation", "old"}}},
+             {"Backward", PlistDictionary{{"Modifiers", "262144"},
+                                          {"Visual Representation", "\u2318\u2325^"}}}}}});
+    load();
+    EXPECT_EQ(o().allForwardTextView->string(), "\u24C1\u2318Space");
+    EXPECT_EQ(o().allBackwardTextView->string(), "\u2303^") << "no key code: the trimmed label";
+}
+
+} // namespace
+} // namespace vexto
