@@ -3,6 +3,7 @@
 #include "PaneHost.hpp"
 #include "ScriptRunner.hpp"
 #include "foundation/FileSystem.hpp"
+#include "toolkit/Application.hpp"
 
 #include <fstream>
 #include <iostream>
@@ -84,6 +85,11 @@ int HostRun::runScript(const Options& options, PaneHost& host, RunLoop& loop,
         return failure;
     }
     return ScriptRunner(host, loop, alerts, std::cout, std::cerr).run(file);
+}
+
+void HostRun::reportBeeps()
+{
+    Application::shared().setBeepHandler([] { std::cerr << "[Vexto] beep" << std::endl; });
 }
 
 void HostRun::stopOnSignals()

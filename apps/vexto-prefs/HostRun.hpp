@@ -34,6 +34,9 @@ public:
     static int runScript(const Options& options, PaneHost& host, RunLoop& loop,
                          ScriptedAlerts& alerts);
 
+    // Every system beep is said on standard error, so that scripts can be checked from outside.
+    static void reportBeeps();
+
     // SIGINT and SIGTERM ask for a clean stop, which the run loops check for: the pane is then
     // left as closing the window leaves it.
     static void stopOnSignals();

@@ -84,5 +84,6 @@ int main(int argc, char** argv)
         return HostRun::usage(error);
     }
     Log::setEchoToStandardError(true);
+    HostRun::reportBeeps();
     return options->headless ? runHeadless(*options) : runWithQt(*options, argc, argv);
 }
