@@ -14,6 +14,7 @@
 #include "pane/SystemVersionChecks.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "ports/HelpViewer.hpp"
+#include "ports/KeyEventTaps.hpp"
 #include "ports/RunLoop.hpp"
 #include "ports/Workspace.hpp"
 #include "ports/WorkspaceNotificationCenter.hpp"
@@ -307,6 +308,71 @@ bool KRVXPreferencePane::performActionNamed(std::string_view selector)
 void KRVXPreferencePane::spaceDidChange()
 {
     reregisterKeyEventTap();
+}
+
+// --- the key event tap ------------------------------------------------------------------
+
+namespace {
+
+constexpr const char* registerTapSelector = "registerKeyEventTap";
+constexpr std::uint16_t tabKeyCode = 48;
+constexpr double reregistrationDelay = 0.1;
+
+} // namespace
+
+void KRVXPreferencePane::registerKeyEventTap()
+{
+    environment_.runLoop.cancelPreviousPerformRequests(this, registerTapSelector,
+                                                       PerformArgument{});
+    if (keyEventTap_) {
+        reenableKeyEventTap();
+        return;
+    }
+    if (environment_.keyTaps != nullptr) {
+        // A tap that cannot be made leaves Tab to the ordinary path, silently.
+        keyEventTap_ = environment_.keyTaps->createTap(
+            [this](const Event& event) { return KRVXTapKeyEvent(event); });
+    }
+}
+
+void KRVXPreferencePane::unregisterKeyEventTap()
+{
+    environment_.runLoop.cancelPreviousPerformRequests(this, registerTapSelector,
+                                                       PerformArgument{});
+    keyEventTap_.reset();
+}
+
+void KRVXPreferencePane::reregisterKeyEventTap()
+{
+    unregisterKeyEventTap();
+    environment_.runLoop.performAfterDelay(this, registerTapSelector, {}, reregistrationDelay,
+                                           RunLoopModes{RunLoopMode::Default},
+                                           [this] { registerKeyEventTap(); });
+}
+
+bool KRVXPreferencePane::reenableKeyEventTap()
+{
+    if (!keyEventTap_) {
+        return false;
+    }
+    if (!keyEventTap_->isEnabled()) {
+        keyEventTap_->setEnabled(true);
+    }
+    return true;
+}
+
+bool KRVXPreferencePane::KRVXTapKeyEvent(const Event& event)
+{
+    if (!event.isKey() || event.keyCode() != tabKeyCode || !Application::shared().isActive()) {
+        return false;
+    }
+    Window* window = mainView_ ? mainView_->window() : nullptr;
+    if (window == nullptr || !window->isKeyWindow() ||
+        dynamic_cast<KRVXHotKeyTextView*>(window->firstResponder()) == nullptr) {
+        return false;
+    }
+    window->sendEvent(event);
+    return true;
 }
 
 void KRVXPreferencePane::help()

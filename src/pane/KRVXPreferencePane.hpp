@@ -20,6 +20,7 @@ namespace vexto {
 
 class Button;
 class Image;
+class KeyEventTap;
 class PopUpButton;
 class Slider;
 class View;
@@ -166,11 +167,21 @@ private:
     void fillPopUp(PopUpButton& popUp);
     void showDocumentIconOverlaysBoxForIconMode();
 
-    // Subsystems that are still to come: the key event tap, automatic first start, and the
-    // Spaces and access status. They do nothing yet.
-    void registerKeyEventTap() {}
-    void unregisterKeyEventTap() {}
-    void reregisterKeyEventTap() {}
+public:
+    // The tap that hands Tab key events straight to a recording hot-key field of the pane's key
+    // window, before the window's focus loop or anything else sees them.
+    void registerKeyEventTap();
+    void unregisterKeyEventTap();
+    // After a change of the active Space the tap is made again 0.1 s later, to be first again.
+    void reregisterKeyEventTap();
+    bool reenableKeyEventTap();
+    bool hasKeyEventTap() const { return keyEventTap_ != nullptr; }
+    // The routing rule: true when the event was delivered to the recording field (swallowed).
+    bool KRVXTapKeyEvent(const Event& event);
+
+private:
+    // Subsystems that are still to come: automatic first start, and the Spaces and access
+    // status. They do nothing yet.
     void automaticFirstStart() {}
     void updateEnabledStatus() {}
     void updateEnabledStatusSoon() {}
@@ -183,6 +194,7 @@ private:
     PaneOutlets outlets_;
     std::shared_ptr<View> mainView_;
     std::string feedbackLink_;
+    std::unique_ptr<KeyEventTap> keyEventTap_;
 };
 
 // --- helpers every part of the pane uses ---

@@ -6,6 +6,7 @@ class DistributedNotificationCenter;
 class FontCatalog;
 class HelpViewer;
 class HotKeyRegistrar;
+class KeyEventTaps;
 class KeyboardLayout;
 class ImageDecoder;
 class RunLoop;
@@ -23,6 +24,7 @@ struct PaneEnvironment {
     const ImageDecoder* images = nullptr;     // none: the pane's widgets show no images
     const KeyboardLayout* keyboard = nullptr; // none: keys without a name have no label
     HotKeyRegistrar* hotKeys = nullptr;       // none: every free combination is accepted
+    KeyEventTaps* keyTaps = nullptr;          // none: Tab reaches recording fields as it can
 };
 
 } // namespace vexto

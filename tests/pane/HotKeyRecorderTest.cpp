@@ -193,5 +193,45 @@ TEST_F(HotKeyRecorderTest, AStoredRecordIsRelabelledFromItsModifiersAndKey)
     EXPECT_EQ(o().allBackwardTextView->string(), "\u2303^") << "no key code: the trimmed label";
 }
 
+TEST_F(HotKeyRecorderTest, TheTapHandsTabOnlyToARecordingFieldOfTheKeyWindow)
+{
+    pane->didSelect();
+    ASSERT_EQ(keyTaps.liveTaps(), 1u);
+    const Event optionTab =
+        Event::key(Event::Type::KeyDown, tabKey, Event::optionKeyMask, "\t", "\t");
+    const Event plainA = Event::key(Event::Type::KeyDown, 0, Event::controlKeyMask, "a", "a");
+    EXPECT_FALSE(keyTaps.deliver(optionTab)) << "no field records";
+    focus();
+    EXPECT_FALSE(keyTaps.deliver(plainA)) << "keys other than Tab always pass";
+    Application::shared().setActive(false);
+    EXPECT_FALSE(keyTaps.deliver(optionTab)) << "the application is not active";
+    Application::shared().setActive(true);
+    Window other(Rect(0, 0, 10, 10));
+    other.makeKeyAndOrderFront();
+    EXPECT_FALSE(keyTaps.deliver(optionTab)) << "the pane's window is not key";
+    paneWindow.makeKeyAndOrderFront();
+    EXPECT_TRUE(keyTaps.deliver(optionTab)) << "swallowed: straight to the field";
+    EXPECT_NE(stored(), nullptr) << "and recorded there";
+    EXPECT_EQ(field().string(), "\u2325\u21E5");
+}
+
+TEST_F(HotKeyRecorderTest, TheTapComesBackAfterASpaceChangeAndIsReenabled)
+{
+    pane->didSelect();
+    keyTaps.disableAll();
+    pane->didSelect(); // registering again only switches the tap on
+    EXPECT_EQ(keyTaps.created(), 1);
+    EXPECT_TRUE(keyTaps.allEnabled());
+    pane->spaceDidChange();
+    EXPECT_EQ(keyTaps.liveTaps(), 0u);
+    loop.advance(0.1);
+    EXPECT_EQ(keyTaps.liveTaps(), 1u);
+    EXPECT_EQ(keyTaps.created(), 2);
+    pane->spaceDidChange();
+    pane->didUnselect();
+    loop.advance(1);
+    EXPECT_EQ(keyTaps.liveTaps(), 0u) << "leaving withdraws the pending registration too";
+}
+
 } // namespace
 } // namespace vexto

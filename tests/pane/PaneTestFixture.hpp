@@ -7,6 +7,7 @@
 #include "pane/SettingKeys.hpp"
 #include "platform/fake/FakeDesktop.hpp"
 #include "platform/fake/FakeDistributedNotificationCenter.hpp"
+#include "platform/fake/FakeKeyEventTaps.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
 #include "ports/SystemVersion.hpp"
 #include "toolkit/Application.hpp"
@@ -78,8 +79,9 @@ protected:
 
     KRVXPreferencePane& load()
     {
-        pane = std::make_unique<KRVXPreferencePane>(
-            bundlePath(), PaneEnvironment{loop, center, desktop, desktop, desktop, nullptr});
+        PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
+        environment.keyTaps = &keyTaps;
+        pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
     }
@@ -100,6 +102,7 @@ protected:
     FakeRunLoop loop;
     FakeDistributedNotificationCenter center;
     FakeDesktop desktop;
+    FakeKeyEventTaps keyTaps;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
 };
