@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
 #include "qt/QtAlerts.hpp"
+#include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtRunLoop.hpp"
 #include "qt/QtTextMetrics.hpp"
 #include "qt/QtWindowMirror.hpp"
@@ -103,8 +104,10 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     QtAlerts qtAlerts;
     const bool scripted = options->script || options->screenshotFolder;
     Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
+    QtKeyEventTaps keyTaps;
     PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
     environment.images = &images;
+    environment.keyTaps = &keyTaps;
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options->panePath)) {
         return HostRun::failure;

@@ -1,9 +1,12 @@
 #include "qt/QtTextViewMirror.hpp"
 
 #include "qt/QtCanvas.hpp"
+#include "qt/QtKeyEvents.hpp"
+#include "toolkit/Event.hpp"
 #include "toolkit/TextView.hpp"
 #include "toolkit/Window.hpp"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -13,7 +16,10 @@ namespace {
 
 class TextBox final : public QWidget {
 public:
-    TextBox(TextView& view, QWidget* parent) : QWidget(parent), view_(view) {}
+    TextBox(TextView& view, QWidget* parent) : QWidget(parent), view_(view)
+    {
+        setFocusPolicy(Qt::StrongFocus);
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -38,12 +44,31 @@ protected:
                      : text);
     }
 
+    // Through the window, as a click: the view takes the keyboard focus the model's way.
     void mousePressEvent(QMouseEvent*) override
     {
         if (Window* window = view_.window()) {
-            window->makeFirstResponder(&view_);
+            const Point centre{view_.bounds().midX(), view_.bounds().midY()};
+            window->sendEvent(Event::mouse(Event::Type::LeftMouseDown,
+                                           view_.convertPointToView(centre, nullptr)));
             update();
         }
+    }
+
+    // Keys go to the model's window, which hands them to its first responder; Tab too, so
+    // that a recording field records it instead of Qt moving the focus.
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+            Window* window = view_.window();
+            const auto modelEvent = QtKeyEvents::modelEvent(*static_cast<QKeyEvent*>(event));
+            if (window != nullptr && modelEvent && view_.isFirstResponder()) {
+                window->sendEvent(*modelEvent);
+                update();
+                return true;
+            }
+        }
+        return QWidget::event(event);
     }
 
 private:

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ports/KeyEventTaps.hpp"
+
+#include <QObject>
+
+#include <vector>
+
+namespace vexto {
+
+// Taps as an application-wide event filter: every key press and release of the application is
+// offered to the taps, newest first, before any widget (or Qt's focus chain) sees it.
+class QtKeyEventTaps final : public QObject, public KeyEventTaps {
+public:
+    QtKeyEventTaps();
+    ~QtKeyEventTaps() override;
+
+    std::unique_ptr<KeyEventTap> createTap(Callback callback) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    class Tap;
+    std::vector<Tap*> taps_;
+};
+
+} // namespace vexto

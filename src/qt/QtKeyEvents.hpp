@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+
+class QKeyEvent;
+
+namespace vexto {
+
+class Event;
+
+// Qt's key presses in the platform's terms: its virtual key codes (from the X key code where Qt
+// gives one, else from Qt's key) and its modifier word with the left-side device bits.
+class QtKeyEvents {
+public:
+    static std::optional<Event> modelEvent(const QKeyEvent& event);
+};
+
+} // namespace vexto

@@ -1,0 +1,125 @@
+// Real Qt key presses, turned into the platform's key codes and modifier words and delivered to
+// a mirrored text view: Tab included, which Qt would otherwise use to move the focus.
+#include "qt/QtKeyEvents.hpp"
+
+#include "QtTestApplication.hpp"
+#include "qt/QtKeyEventTaps.hpp"
+#include "qt/QtWindowMirror.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/TextView.hpp"
+#include "toolkit/Window.hpp"
+
+#include <QKeyEvent>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace vexto {
+namespace {
+
+class KeyLog : public TextView {
+public:
+    using TextView::TextView;
+    std::vector<Event> keys;
+    void keyDown(const Event& event) override { keys.push_back(event); }
+};
+
+class QtKeyEventsTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { test::ensureQApplication(); }
+    QtKeyEventsTest() { Application::resetForTesting(); }
+    ~QtKeyEventsTest() override { Application::resetForTesting(); }
+};
+
+TEST_F(QtKeyEventsTest, KeysMapByTheirXKeyCodeOrElseByQtsKey)
+{
+    // X key code 65 is evdev 57, the space bar; 23 is evdev 15, Tab; 75 is evdev 67, F9.
+    const std::pair<quint32, std::uint16_t> byScanCode[] = {
+        {65, 0x31}, {23, 0x30}, {75, 0x65}, {47, 0x29}, {94, 0x0A}};
+    for (const auto& [scanCode, virtualCode] : byScanCode) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, scanCode, 0, 0);
+        const auto event = QtKeyEvents::modelEvent(press);
+        ASSERT_TRUE(event) << scanCode;
+        EXPECT_EQ(event->keyCode(), virtualCode) << scanCode;
+    }
+    const std::pair<int, std::uint16_t> byKey[] = {{Qt::Key_A, 0x00},       {Qt::Key_Q, 0x0C},
+                                                   {Qt::Key_F5, 0x60},      {Qt::Key_Escape, 0x35},
+                                                   {Qt::Key_Backtab, 0x30}, {Qt::Key_1, 0x12}};
+    for (const auto& [key, virtualCode] : byKey) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        EXPECT_EQ(QtKeyEvents::modelEvent(press)->keyCode(), virtualCode) << key;
+    }
+    QKeyEvent unknown(QEvent::KeyPress, Qt::Key_MediaPlay, Qt::NoModifier);
+    EXPECT_FALSE(QtKeyEvents::modelEvent(unknown));
+}
+
+TEST_F(QtKeyEventsTest, ModifiersCarryTheirDeviceBitsAndMetaIsCommand)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_A,
+                    Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier,
+                    "A");
+    const auto event = QtKeyEvents::modelEvent(press);
+    ASSERT_TRUE(event);
+    EXPECT_EQ(event->modifierFlags(), 0x1E0000u | 0x2 | 0x1 | 0x20 | 0x8);
+    EXPECT_EQ(event->charactersIgnoringModifiers(), "A");
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::AltModifier);
+    EXPECT_EQ(QtKeyEvents::modelEvent(release)->type(), Event::Type::KeyUp);
+    EXPECT_EQ(QtKeyEvents::modelEvent(release)->characters(), "\t");
+}
+
+TEST_F(QtKeyEventsTest, TabReachesTheFocusedFieldInsteadOfMovingTheFocus)
+{
+    Window window(Rect(0, 0, 300, 100));
+    auto log = std::make_shared<KeyLog>(Rect(10, 10, 120, 22));
+    auto other = std::make_shared<KeyLog>(Rect(150, 10, 120, 22));
+    window.contentView()->addSubview(log);
+    window.contentView()->addSubview(other);
+    QtWindowMirror mirror(window);
+    mirror.widget()->show();
+    QApplication::processEvents();
+    QWidget* field = mirror.widget()->childAt(QPoint(20, 100 - 20));
+    ASSERT_NE(field, nullptr);
+    QTest::mouseClick(field, Qt::LeftButton);
+    ASSERT_TRUE(log->isFirstResponder());
+    QTest::keyClick(field, Qt::Key_Tab, Qt::AltModifier);
+    QTest::keyClick(field, Qt::Key_F5, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(log->keys.size(), 2u);
+    EXPECT_EQ(log->keys[0].keyCode(), 0x30);
+    EXPECT_EQ(log->keys[0].modifierFlags(), 0x80020u);
+    EXPECT_EQ(log->keys[1].keyCode(), 0x60);
+    EXPECT_TRUE(log->isFirstResponder()) << "Tab did not move the focus";
+    EXPECT_TRUE(other->keys.empty());
+}
+
+TEST_F(QtKeyEventsTest, ATapSeesKeysBeforeAnyWidgetAndMaySwallowThem)
+{
+    Window window(Rect(0, 0, 300, 100));
+    auto log = std::make_shared<KeyLog>(Rect(10, 10, 120, 22));
+    window.contentView()->addSubview(log);
+    QtWindowMirror mirror(window);
+    mirror.widget()->show();
+    QApplication::processEvents();
+    QWidget* field = mirror.widget()->childAt(QPoint(20, 100 - 20));
+    ASSERT_NE(field, nullptr);
+    QTest::mouseClick(field, Qt::LeftButton);
+
+    QtKeyEventTaps taps;
+    std::vector<std::uint16_t> seen;
+    auto tap = taps.createTap([&](const Event& event) {
+        seen.push_back(event.keyCode());
+        return event.keyCode() == 0x30; // Tab is taken, the rest passes
+    });
+    QTest::keyClick(field, Qt::Key_Tab, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_A);
+    EXPECT_EQ(seen, (std::vector<std::uint16_t>{0x30, 0x30, 0x00, 0x00})) << "press and release";
+    ASSERT_EQ(log->keys.size(), 1u) << "only what the tap let pass";
+    EXPECT_EQ(log->keys[0].keyCode(), 0x00);
+    tap->setEnabled(false);
+    QTest::keyClick(field, Qt::Key_Tab);
+    EXPECT_EQ(log->keys.size(), 2u) << "a switched-off tap takes nothing";
+    tap.reset();
+    QTest::keyClick(field, Qt::Key_B);
+    EXPECT_EQ(seen.size(), 4u) << "a released tap sees nothing more";
+}
+
+} // namespace
+} // namespace vexto
