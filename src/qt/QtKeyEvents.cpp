@@ -120,10 +120,35 @@ std::uint64_t modifierWord(Qt::KeyboardModifiers modifiers)
     return word;
 }
 
+// Modifier keys change the modifier word; they are no keys of their own for the pane.
+bool isModifierKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 std::optional<Event> QtKeyEvents::modelEvent(const QKeyEvent& event)
 {
+    if (isModifierKey(event.key())) {
+        return std::nullopt;
+    }
     const auto keyCode = virtualKey(event);
     if (!keyCode) {
         return std::nullopt;

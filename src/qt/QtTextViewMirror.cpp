@@ -1,6 +1,7 @@
 #include "qt/QtTextViewMirror.hpp"
 
 #include "qt/QtCanvas.hpp"
+#include "qt/QtFonts.hpp"
 #include "qt/QtKeyEvents.hpp"
 #include "toolkit/Event.hpp"
 #include "toolkit/TextView.hpp"
@@ -30,9 +31,7 @@ protected:
         painter.setPen(view_.isFirstResponder() ? palette().color(QPalette::Highlight)
                                                 : QColor(160, 160, 160));
         painter.drawRect(frame);
-        QFont font = painter.font();
-        font.setPointSizeF(view_.font().pointSize());
-        painter.setFont(font);
+        painter.setFont(QtFonts::qtFont(view_.font()));
         painter.setPen(QtCanvas::qtColor(view_.textColor()));
         const QString text = QString::fromStdString(view_.string());
         const QRect textArea = frame.adjusted(4, 0, -4, 0);

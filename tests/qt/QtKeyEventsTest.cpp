@@ -50,6 +50,9 @@ TEST_F(QtKeyEventsTest, KeysMapByTheirXKeyCodeOrElseByQtsKey)
     }
     QKeyEvent unknown(QEvent::KeyPress, Qt::Key_MediaPlay, Qt::NoModifier);
     EXPECT_FALSE(QtKeyEvents::modelEvent(unknown));
+    // A modifier key pressed on its own is no key: X key code 37 is the left Control key.
+    QKeyEvent control(QEvent::KeyPress, Qt::Key_Control, Qt::ControlModifier, 37, 0, 0);
+    EXPECT_FALSE(QtKeyEvents::modelEvent(control));
 }
 
 TEST_F(QtKeyEventsTest, ModifiersCarryTheirDeviceBitsAndMetaIsCommand)
