@@ -2,7 +2,7 @@
 
 # What the core, its tests and benchmarks need.
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
-               libgtest-dev libgmock-dev libbenchmark-dev)
+               libxkbcommon-dev xkb-data libgtest-dev libgmock-dev libbenchmark-dev)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)
 # The fuzzers (libFuzzer comes with clang's runtime) and the format check.

@@ -8,6 +8,7 @@
 #include "platform/LocalDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "qt/QtAlerts.hpp"
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtRunLoop.hpp"
@@ -108,6 +109,8 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
     environment.images = &images;
     environment.keyTaps = &keyTaps;
+    const auto keyboard = XkbKeyboardLayout::fromEnvironment();
+    environment.keyboard = keyboard.get();
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options->panePath)) {
         return HostRun::failure;

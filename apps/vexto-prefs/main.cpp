@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/Application.hpp"
 
 #include <dlfcn.h>
@@ -31,6 +32,8 @@ int runHeadless(const HostRun::Options& options)
     TiffImageDecoder images;
     PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
     environment.images = &images;
+    const auto keyboard = XkbKeyboardLayout::fromEnvironment();
+    environment.keyboard = keyboard.get();
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {
         return HostRun::failure;
