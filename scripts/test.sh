@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
 
-install_packages "${CORE_PACKAGES[@]}" "${QT_PACKAGES[@]}"
+install_packages "${CORE_PACKAGES[@]}" "${QT_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 
 if [ "${1:-}" = "--sanitize" ]; then
     configure_and_build build-asan -DCMAKE_BUILD_TYPE=Debug -DVEXTO_SANITIZE=ON -DVEXTO_BUILD_BENCH=OFF

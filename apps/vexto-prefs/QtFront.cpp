@@ -8,6 +8,7 @@
 #include "platform/LocalDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/X11HotKeyRegistrar.hpp"
 #include "platform/linux/XkbKeyboardLayout.hpp"
 #include "qt/QtAlerts.hpp"
 #include "qt/QtKeyEventTaps.hpp"
@@ -111,6 +112,8 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     environment.keyTaps = &keyTaps;
     const auto keyboard = XkbKeyboardLayout::fromEnvironment();
     environment.keyboard = keyboard.get();
+    X11HotKeyRegistrar hotKeys;
+    environment.hotKeys = &hotKeys;
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options->panePath)) {
         return HostRun::failure;

@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/X11HotKeyRegistrar.hpp"
 #include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/Application.hpp"
 
@@ -34,6 +35,8 @@ int runHeadless(const HostRun::Options& options)
     environment.images = &images;
     const auto keyboard = XkbKeyboardLayout::fromEnvironment();
     environment.keyboard = keyboard.get();
+    X11HotKeyRegistrar hotKeys;
+    environment.hotKeys = &hotKeys;
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {
         return HostRun::failure;

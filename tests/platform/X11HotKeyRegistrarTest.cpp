@@ -1,0 +1,118 @@
+#include "platform/linux/X11HotKeyRegistrar.hpp"
+
+#include <gtest/gtest.h>
+
+#include <X11/Xlib.h>
+#include <csignal>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vexto {
+namespace {
+
+// An X server of its own for the test, on a display number it picks itself.
+class XvfbServer {
+public:
+    XvfbServer()
+    {
+        int fds[2];
+        if (::pipe(fds) != 0) {
+            return;
+        }
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            ::close(fds[0]);
+            const std::string fd = std::to_string(fds[1]);
+            ::execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "320x240x24",
+                     "-nolisten", "tcp", static_cast<char*>(nullptr));
+            ::_exit(127);
+        }
+        ::close(fds[1]);
+        char number[16] = {};
+        const ssize_t n = ::read(fds[0], number, sizeof number - 1); // written once it is ready
+        ::close(fds[0]);
+        if (n > 0) {
+            display_ = ":" + std::string(number, static_cast<std::size_t>(n - 1));
+        }
+    }
+    ~XvfbServer()
+    {
+        if (pid_ > 0) {
+            ::kill(pid_, SIGTERM);
+            ::waitpid(pid_, nullptr, 0);
+        }
+    }
+    XvfbServer(const XvfbServer&) = delete;
+    XvfbServer& operator=(const XvfbServer&) = delete;
+
+    const std::string& display() const { return display_; }
+
+    // A connection as a client of its own; the server may need a moment after saying it is up.
+    Display* connect() const
+    {
+        for (int attempt = 0; attempt < 50; ++attempt) {
+            if (Display* display = XOpenDisplay(display_.c_str())) {
+                return display;
+            }
+            ::usleep(100 * 1000);
+        }
+        return nullptr;
+    }
+
+private:
+    pid_t pid_ = -1;
+    std::string display_;
+};
+
+constexpr std::uint16_t kKey = 0x28;            // K
+constexpr std::uint32_t controlOption = 0x1800; // in the hot-key service's bits
+constexpr std::uint32_t command = 0x0100;
+
+bool grabRefused = false;
+
+TEST(X11HotKeyRegistrarTest, AGrabHeldByAnotherClientRefusesTheCombinationWithEveryLockState)
+{
+    XvfbServer server;
+    if (server.display().empty()) {
+        GTEST_SKIP() << "no Xvfb to start (package xvfb)";
+    }
+    // Another client holds Control+Option+K, and only without Caps Lock or Num Lock.
+    Display* holder = server.connect();
+    ASSERT_NE(holder, nullptr);
+    const int keyK = 37 + 8;
+    XGrabKey(holder, keyK, ControlMask | Mod1Mask, DefaultRootWindow(holder), False, GrabModeAsync,
+             GrabModeAsync);
+    XSync(holder, False);
+
+    X11HotKeyRegistrar registrar(server.display());
+    ASSERT_TRUE(registrar.hasDisplay());
+    EXPECT_FALSE(registrar.registerHotKey(kKey, controlOption, 1));
+    EXPECT_TRUE(registrar.registerHotKey(kKey, command, 2)) << "Command+K is free";
+    registrar.unregisterHotKey(2);
+
+    // Unregistered means free again: the other client can take Command+K now.
+    grabRefused = false;
+    const auto previous = XSetErrorHandler([](Display*, XErrorEvent* error) {
+        grabRefused = grabRefused || error->error_code == BadAccess;
+        return 0;
+    });
+    XGrabKey(holder, keyK, Mod4Mask, DefaultRootWindow(holder), False, GrabModeAsync,
+             GrabModeAsync);
+    XSync(holder, False);
+    XSetErrorHandler(previous);
+    EXPECT_FALSE(grabRefused);
+    // The refused probe left none of its partial grabs behind: the holder keeps working alone.
+    EXPECT_TRUE(registrar.registerHotKey(kKey, 0x0200 /* Shift */, 3));
+    XCloseDisplay(holder);
+}
+
+TEST(X11HotKeyRegistrarTest, WithoutADisplayEveryCombinationIsFree)
+{
+    X11HotKeyRegistrar registrar(":987");
+    EXPECT_FALSE(registrar.hasDisplay());
+    EXPECT_TRUE(registrar.registerHotKey(kKey, controlOption, 1));
+}
+
+} // namespace
+} // namespace vexto
