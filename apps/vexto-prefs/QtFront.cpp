@@ -110,7 +110,7 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
     environment.images = &images;
     environment.keyTaps = &keyTaps;
-    const auto keyboard = XkbKeyboardLayout::fromEnvironment();
+    const auto keyboard = XkbKeyboardLayout::forDesktop();
     environment.keyboard = keyboard.get();
     X11HotKeyRegistrar hotKeys;
     environment.hotKeys = &hotKeys;

@@ -33,7 +33,7 @@ int runHeadless(const HostRun::Options& options)
     TiffImageDecoder images;
     PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
     environment.images = &images;
-    const auto keyboard = XkbKeyboardLayout::fromEnvironment();
+    const auto keyboard = XkbKeyboardLayout::forDesktop();
     environment.keyboard = keyboard.get();
     X11HotKeyRegistrar hotKeys;
     environment.hotKeys = &hotKeys;

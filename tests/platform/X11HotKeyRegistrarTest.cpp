@@ -1,5 +1,7 @@
 #include "platform/linux/X11HotKeyRegistrar.hpp"
 
+#include "XvfbServer.hpp"
+
 #include <gtest/gtest.h>
 
 #include <X11/Xlib.h>
@@ -11,60 +13,6 @@
 namespace vexto {
 namespace {
 
-// An X server of its own for the test, on a display number it picks itself.
-class XvfbServer {
-public:
-    XvfbServer()
-    {
-        int fds[2];
-        if (::pipe(fds) != 0) {
-            return;
-        }
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::close(fds[0]);
-            const std::string fd = std::to_string(fds[1]);
-            ::execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "320x240x24",
-                     "-nolisten", "tcp", static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-        ::close(fds[1]);
-        char number[16] = {};
-        const ssize_t n = ::read(fds[0], number, sizeof number - 1); // written once it is ready
-        ::close(fds[0]);
-        if (n > 0) {
-            display_ = ":" + std::string(number, static_cast<std::size_t>(n - 1));
-        }
-    }
-    ~XvfbServer()
-    {
-        if (pid_ > 0) {
-            ::kill(pid_, SIGTERM);
-            ::waitpid(pid_, nullptr, 0);
-        }
-    }
-    XvfbServer(const XvfbServer&) = delete;
-    XvfbServer& operator=(const XvfbServer&) = delete;
-
-    const std::string& display() const { return display_; }
-
-    // A connection as a client of its own; the server may need a moment after saying it is up.
-    Display* connect() const
-    {
-        for (int attempt = 0; attempt < 50; ++attempt) {
-            if (Display* display = XOpenDisplay(display_.c_str())) {
-                return display;
-            }
-            ::usleep(100 * 1000);
-        }
-        return nullptr;
-    }
-
-private:
-    pid_t pid_ = -1;
-    std::string display_;
-};
-
 constexpr std::uint16_t kKey = 0x28;            // K
 constexpr std::uint32_t controlOption = 0x1800; // in the hot-key service's bits
 constexpr std::uint32_t command = 0x0100;
@@ -73,7 +21,7 @@ bool grabRefused = false;
 
 TEST(X11HotKeyRegistrarTest, AGrabHeldByAnotherClientRefusesTheCombinationWithEveryLockState)
 {
-    XvfbServer server;
+    test::XvfbServer server;
     if (server.display().empty()) {
         GTEST_SKIP() << "no Xvfb to start (package xvfb)";
     }

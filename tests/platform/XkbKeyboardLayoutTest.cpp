@@ -1,5 +1,6 @@
 #include "platform/linux/XkbKeyboardLayout.hpp"
 
+#include "XvfbServer.hpp"
 #include "hotkeys/KeyLabels.hpp"
 #include "platform/linux/EvdevKeyCodes.hpp"
 
@@ -70,6 +71,20 @@ TEST(XkbKeyboardLayoutTest, TheEnvironmentNamesTheLayout)
     ASSERT_TRUE(fromEnvironment);
     EXPECT_EQ(fromEnvironment->characterForKeyCode(0x29), u'\u00F6');
     EXPECT_FALSE(XkbKeyboardLayout::fromNames({"", "no-such-layout", "", ""}));
+}
+
+TEST(XkbKeyboardLayoutTest, TheXServersLayoutIsReadWhenThereIsOne)
+{
+    test::XvfbServer server;
+    if (server.display().empty()) {
+        GTEST_SKIP() << "no Xvfb to start (package xvfb)";
+    }
+    ASSERT_TRUE(server.waitUntilReady());
+    const auto fromServer = XkbKeyboardLayout::fromXServer(server.display());
+    ASSERT_TRUE(fromServer);
+    EXPECT_EQ(fromServer->characterForKeyCode(0x00), u'a');
+    EXPECT_EQ(fromServer->characterForKeyCode(0x29), u';');
+    EXPECT_FALSE(XkbKeyboardLayout::fromXServer(":987"));
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 
 #include <cstdlib>
 #include <map>
+#include <xcb/xcb.h>
+#include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
 
 namespace vexto {
@@ -82,8 +84,49 @@ std::unique_ptr<XkbKeyboardLayout> XkbKeyboardLayout::fromEnvironment()
     return fromNames({"", "us", "", ""});
 }
 
-XkbKeyboardLayout::XkbKeyboardLayout(xkb_context* context, xkb_keymap* keymap, bool iso)
-    : context_(context), keymap_(keymap), numLockState_(xkb_state_new(keymap)), iso_(iso)
+std::unique_ptr<XkbKeyboardLayout> XkbKeyboardLayout::fromXServer(const std::string& displayName)
+{
+    xcb_connection_t* connection =
+        xcb_connect(displayName.empty() ? nullptr : displayName.c_str(), nullptr);
+    std::unique_ptr<XkbKeyboardLayout> layout;
+    if (xcb_connection_has_error(connection) == 0 &&
+        xkb_x11_setup_xkb_extension(
+            connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr) == 1) {
+        const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
+        xkb_context* context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
+        xkb_keymap* keymap = device >= 0 && context != nullptr
+                                 ? xkb_x11_keymap_new_from_device(context, connection, device,
+                                                                  XKB_KEYMAP_COMPILE_NO_FLAGS)
+                                 : nullptr;
+        if (keymap != nullptr) {
+            xkb_state* live = xkb_x11_state_new_from_device(keymap, connection, device);
+            const unsigned group =
+                live != nullptr ? xkb_state_serialize_layout(live, XKB_STATE_LAYOUT_EFFECTIVE) : 0;
+            xkb_state_unref(live);
+            layout.reset(new XkbKeyboardLayout(context, keymap, false, group));
+        } else if (context != nullptr) {
+            xkb_context_unref(context);
+        }
+    }
+    xcb_disconnect(connection);
+    return layout;
+}
+
+std::unique_ptr<XkbKeyboardLayout> XkbKeyboardLayout::forDesktop()
+{
+    if (std::getenv("DISPLAY") != nullptr) {
+        if (auto layout = fromXServer()) {
+            return layout;
+        }
+    }
+    return fromEnvironment();
+}
+
+XkbKeyboardLayout::XkbKeyboardLayout(xkb_context* context, xkb_keymap* keymap, bool iso,
+                                     unsigned layoutIndex)
+    : context_(context), keymap_(keymap), numLockState_(xkb_state_new(keymap)), iso_(iso),
+      layout_(layoutIndex)
 {
     const xkb_mod_index_t numLock = xkb_keymap_mod_get_index(keymap_, XKB_MOD_NAME_NUM);
     if (numLockState_ != nullptr && numLock != XKB_MOD_INVALID) {
@@ -113,7 +156,7 @@ std::optional<char16_t> XkbKeyboardLayout::characterForKeyCode(std::uint16_t key
         character = xkb_state_key_get_utf32(numLockState_, key);
     } else {
         const xkb_keysym_t* symbols = nullptr;
-        if (xkb_keymap_key_get_syms_by_level(keymap_, key, 0, 0, &symbols) > 0) {
+        if (xkb_keymap_key_get_syms_by_level(keymap_, key, layout_, 0, &symbols) > 0) {
             character = xkb_keysym_to_utf32(symbols[0]);
         }
     }

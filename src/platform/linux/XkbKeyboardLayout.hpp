@@ -28,6 +28,10 @@ public:
     static std::unique_ptr<XkbKeyboardLayout> fromNames(const Names& names);
     // The desktop's layout: XKB_DEFAULT_* when set, else /etc/default/keyboard, else "us".
     static std::unique_ptr<XkbKeyboardLayout> fromEnvironment();
+    // The layout in force on the X server (empty name: $DISPLAY); none without one.
+    static std::unique_ptr<XkbKeyboardLayout> fromXServer(const std::string& displayName = {});
+    // The X server's when there is one, else the environment's.
+    static std::unique_ptr<XkbKeyboardLayout> forDesktop();
 
     ~XkbKeyboardLayout() override;
     XkbKeyboardLayout(const XkbKeyboardLayout&) = delete;
@@ -36,12 +40,13 @@ public:
     std::optional<char16_t> characterForKeyCode(std::uint16_t keyCode) const override;
 
 private:
-    XkbKeyboardLayout(xkb_context* context, xkb_keymap* keymap, bool iso);
+    XkbKeyboardLayout(xkb_context* context, xkb_keymap* keymap, bool iso, unsigned layoutIndex = 0);
 
     xkb_context* context_;
     xkb_keymap* keymap_;
     xkb_state* numLockState_;
     bool iso_;
+    unsigned layout_; // the group in force, for a keymap with several
 };
 
 } // namespace vexto
