@@ -2,6 +2,7 @@
 
 #include "platform/linux/EvdevKeyCodes.hpp"
 #include "toolkit/Event.hpp"
+#include "toolkit/ModifierSides.hpp"
 
 #include <QKeyEvent>
 
@@ -80,23 +81,31 @@ std::optional<std::uint16_t> virtualKey(const QKeyEvent& event)
     return virtualKeyForQtKey(event.key());
 }
 
-// Qt does not tell left from right here: the left side's device bit stands in.
+// The keyboard is one for the whole process, whichever window its keys go to.
+ModifierSides& modifierSides()
+{
+    static ModifierSides sides;
+    return sides;
+}
+
+// Qt says which modifiers are held, not on which side: the sides come from the modifier keys'
+// own presses and releases.
 std::uint64_t modifierWord(Qt::KeyboardModifiers modifiers)
 {
     std::uint64_t word = 0;
     if (modifiers & Qt::ShiftModifier) {
-        word |= Event::shiftKeyMask | 0x0002;
+        word |= Event::shiftKeyMask;
     }
     if (modifiers & Qt::ControlModifier) {
-        word |= Event::controlKeyMask | 0x0001;
+        word |= Event::controlKeyMask;
     }
     if (modifiers & Qt::AltModifier) {
-        word |= Event::optionKeyMask | 0x0020;
+        word |= Event::optionKeyMask;
     }
     if (modifiers & Qt::MetaModifier) {
-        word |= Event::commandKeyMask | 0x0008;
+        word |= Event::commandKeyMask;
     }
-    return word;
+    return modifierSides().withDeviceBits(word);
 }
 
 // Modifier keys change the modifier word; they are no keys of their own for the pane.
@@ -126,6 +135,9 @@ bool isModifierKey(int key)
 std::optional<Event> QtKeyEvents::modelEvent(const QKeyEvent& event)
 {
     if (isModifierKey(event.key())) {
+        if (const auto keyCode = virtualKey(event)) {
+            modifierSides().noteKey(*keyCode, event.type() != QEvent::KeyRelease);
+        }
         return std::nullopt;
     }
     const auto keyCode = virtualKey(event);

@@ -69,6 +69,29 @@ TEST_F(QtKeyEventsTest, ModifiersCarryTheirDeviceBitsAndMetaIsCommand)
     EXPECT_EQ(QtKeyEvents::modelEvent(release)->characters(), "\t");
 }
 
+TEST_F(QtKeyEventsTest, TheModifierKeysPressedNameTheSides)
+{
+    // X key codes 62 and 108 are the right Shift and the right Alt keys; 50 is the left Shift.
+    const auto press = [](int key, quint32 scanCode, Qt::KeyboardModifiers held, bool down) {
+        QKeyEvent event(down ? QEvent::KeyPress : QEvent::KeyRelease, key, held, scanCode, 0, 0);
+        return QtKeyEvents::modelEvent(event);
+    };
+    const auto typeA = [](Qt::KeyboardModifiers held) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_A, held, 38, 0, 0, "a");
+        return QtKeyEvents::modelEvent(event)->modifierFlags();
+    };
+    press(Qt::Key_Shift, 62, Qt::NoModifier, true);
+    press(Qt::Key_Alt, 108, Qt::ShiftModifier, true);
+    EXPECT_EQ(typeA(Qt::ShiftModifier | Qt::AltModifier),
+              Event::shiftKeyMask | Event::optionKeyMask | 0x0004 | 0x0040);
+    press(Qt::Key_Shift, 50, Qt::ShiftModifier | Qt::AltModifier, true);
+    press(Qt::Key_Shift, 62, Qt::ShiftModifier | Qt::AltModifier, false);
+    press(Qt::Key_Alt, 108, Qt::ShiftModifier | Qt::AltModifier, false);
+    EXPECT_EQ(typeA(Qt::ShiftModifier), Event::shiftKeyMask | 0x0002);
+    press(Qt::Key_Shift, 50, Qt::ShiftModifier, false);
+    EXPECT_EQ(typeA(Qt::NoModifier), 0u);
+}
+
 TEST_F(QtKeyEventsTest, TabReachesTheFocusedFieldInsteadOfMovingTheFocus)
 {
     Window window(Rect(0, 0, 300, 100));
