@@ -3,6 +3,7 @@
 #include "ports/KeyEventTaps.hpp"
 
 #include <QObject>
+#include <QPointer>
 
 #include <vector>
 
@@ -22,7 +23,13 @@ protected:
 
 private:
     class Tap;
+    // Whether Qt is offering the key last seen to the next widget up the chain.
+    bool isPropagation(QObject* watched, const QEvent* event);
+
     std::vector<Tap*> taps_;
+    const QEvent* lastEvent_ = nullptr;
+    quint64 lastTimestamp_ = 0;
+    QPointer<QWidget> lastWidget_;
 };
 
 } // namespace vexto

@@ -11,6 +11,7 @@
 
 #include <QKeyEvent>
 #include <QTest>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace vexto {
@@ -145,6 +146,27 @@ TEST_F(QtKeyEventsTest, ATapSeesKeysBeforeAnyWidgetAndMaySwallowThem)
     tap.reset();
     QTest::keyClick(field, Qt::Key_B);
     EXPECT_EQ(seen.size(), 4u) << "a released tap sees nothing more";
+}
+
+TEST_F(QtKeyEventsTest, AKeyNoWidgetTakesReachesTheTapOnce)
+{
+    // Qt offers a key nobody accepts to each widget up the chain, the same event each time.
+    QWidget window;
+    auto* inner = new QWidget(&window);
+    auto* field = new QWidget(inner);
+    window.show();
+    QApplication::processEvents();
+    QtKeyEventTaps taps;
+    int presses = 0;
+    auto tap = taps.createTap([&](const Event& event) {
+        presses += event.type() == Event::Type::KeyDown ? 1 : 0;
+        return false;
+    });
+    QTest::keyClick(field, Qt::Key_B);
+    EXPECT_EQ(presses, 1);
+    QTest::keyClick(field, Qt::Key_B);
+    QTest::keyClick(inner, Qt::Key_C);
+    EXPECT_EQ(presses, 3) << "each press of its own";
 }
 
 } // namespace
