@@ -34,7 +34,9 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         const bool hasValue = i + 1 < argc;
-        if (argument == "--headless") {
+        if (argument == "--help" || argument == "-h") {
+            options.help = true;
+        } else if (argument == "--headless") {
             options.headless = true;
         } else if (argument == "--pane" && hasValue) {
             options.panePath = argv[++i];
@@ -54,12 +56,32 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
     return options;
 }
 
+namespace {
+
+constexpr const char* usageLine =
+    "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
+
+} // namespace
+
 int HostRun::usage(const std::string& message)
 {
-    std::cerr
-        << "vexto-prefs: " << message << "\n"
-        << "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
+    std::cerr << "vexto-prefs: " << message << "\n" << usageLine;
     return badUsage;
+}
+
+int HostRun::help()
+{
+    std::cout
+        << usageLine
+        << "\n"
+           "Shows the Vexto settings in a window, or without a display:\n"
+           "  --pane PATH        the pane bundle to load (default: the one beside the program)\n"
+           "  --headless         no window and no Qt; with --script, or until SIGINT/SIGTERM\n"
+           "  --screenshot DIR   draws every tab offscreen to DIR/TAB.png and exits; the\n"
+           "                     settings on disk are left as they are\n"
+           "  --script FILE|-    runs a script of commands against the pane\n"
+           "  -h, --help         this text\n";
+    return success;
 }
 
 bool HostRun::loadPane(PaneHost& host, const std::string& bundlePath)

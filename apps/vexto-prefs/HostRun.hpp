@@ -19,6 +19,7 @@ public:
         bool headless = false;
         std::optional<std::string> screenshotFolder;
         std::optional<std::string> script; // a file, or "-" for standard input
+        bool help = false;
     };
 
     static constexpr int success = 0;
@@ -28,6 +29,8 @@ public:
     // None, with the reason, for a command line that makes no sense.
     static std::optional<Options> parse(int argc, char** argv, std::string& error);
     static int usage(const std::string& message);
+    // What --help prints on standard output.
+    static int help();
 
     // Loads the bundle into the host; false after saying why on standard error.
     static bool loadPane(PaneHost& host, const std::string& bundlePath);

@@ -3,6 +3,7 @@
 #include "QtFront.hpp"
 
 #include "PaneHost.hpp"
+#include "ScratchHome.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/FileSystem.hpp"
 #include "platform/LocalDistributedNotificationCenter.hpp"
@@ -23,6 +24,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 
 using namespace vexto;
 
@@ -114,6 +116,11 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     environment.keyboard = keyboard.get();
     X11HotKeyRegistrar hotKeys;
     environment.hotKeys = &hotKeys;
+    std::optional<ScratchHome> scratchHome;
+    if (options->screenshotFolder && !scratchHome.emplace().ready()) {
+        std::cerr << "vexto-prefs: cannot copy the settings to a temporary folder to draw them\n";
+        return HostRun::failure;
+    }
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options->panePath)) {
         return HostRun::failure;

@@ -89,6 +89,9 @@ int main(int argc, char** argv)
     if (!options) {
         return HostRun::usage(error);
     }
+    if (options->help) {
+        return HostRun::help();
+    }
     Log::setEchoToStandardError(true);
     HostRun::reportBeeps();
     return options->headless ? runHeadless(*options) : runWithQt(*options, argc, argv);
