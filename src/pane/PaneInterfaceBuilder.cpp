@@ -294,7 +294,9 @@ void buildAppearance(Page& page, PaneOutlets& o)
     o.maximumTextSizeSlider = page.slider(12, 128, controlFrame(y, 260));
     y = page.nextRow();
     o.maximumPaneWidthTextField = page.label("", labelFrame(y));
-    o.maximumPaneWidthSlider = page.slider(0, 1, controlFrame(y, 260));
+    // Widths below 0.01 mean "as wide as needed", and 0.01 itself is stored in single precision
+    // just below that bound: the narrow end stays clear of it.
+    o.maximumPaneWidthSlider = page.slider(0.05, 1, controlFrame(y, 260));
     page.skip(8);
     const WellRow wells[] = {
         {"Background:", &o.backgroundColorWell},

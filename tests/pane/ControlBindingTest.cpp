@@ -80,6 +80,14 @@ TEST_F(ControlBindingTest, APanelAlmostAsWideAsTheScreenIsStoredAsWideAsNeeded)
     EXPECT_FLOAT_EQ(static_cast<float>(*storedReal(keys::itemHeight)), 128);
 }
 
+TEST_F(ControlBindingTest, TheWidthSlidersNarrowEndIsNarrow)
+{
+    // Below 0.01 a width means "as wide as needed": the slider must not reach there.
+    drag(o().maximumPaneWidthSlider, 0);
+    EXPECT_GE(*storedReal(keys::maximumWidth), 0.01);
+    EXPECT_EQ(o().maximumPaneWidthTextField->stringValue(), "Vexto panel width: narrow");
+}
+
 TEST_F(ControlBindingTest, SlidersSaveHalfASecondLaterAndAskForASampleWhileDragging)
 {
     pane->settings();
