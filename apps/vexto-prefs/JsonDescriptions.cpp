@@ -154,7 +154,8 @@ std::string JsonDescriptions::control(std::string_view outlet, const View& view,
         out += ",\"value\":" + number(slider->doubleValue()) +
                ",\"min\":" + number(slider->minValue()) + ",\"max\":" + number(slider->maxValue());
     } else if (const auto* well = dynamic_cast<const ColorWell*>(&view)) {
-        out += ",\"color\":" + string(well->color().description());
+        out += ",\"color\":" + string(well->color().description()) +
+               ",\"title\":" + string(well->title());
     } else if (const auto* text = dynamic_cast<const TextView*>(&view)) {
         out += ",\"string\":" + string(text->string());
     } else if (const auto* field = dynamic_cast<const Control*>(&view)) {

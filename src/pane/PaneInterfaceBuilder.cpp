@@ -271,6 +271,15 @@ void buildPanel(Page& page, PaneOutlets& o)
     o.showSpaceBadgesButton = page.checkBox("Show Space badges", controlFrame(y, 380), true);
 }
 
+// The row's label without its colon ("Background:" gives "Background", "Fond :" gives "Fond").
+std::string wellTitle(std::string label)
+{
+    while (!label.empty() && (label.back() == ':' || label.back() == ' ')) {
+        label.pop_back();
+    }
+    return label;
+}
+
 struct WellRow {
     const char* title;
     ColorWell** well;
@@ -317,6 +326,7 @@ void buildAppearance(Page& page, PaneOutlets& o)
             *row.label = label;
         }
         *row.well = page.well(controlFrame(y, 52));
+        (*row.well)->setTitle(wellTitle(label->stringValue()));
     }
     // Exactly one Spaces row lower: older systems move the box up into the hidden row.
     y = page.nextRow(controlHeight + PaneInterfaceBuilder::spacesRowHeight - rowStep);

@@ -50,8 +50,8 @@ protected:
         }
         const auto options = ColorPanel::ignoresAlpha() ? QColorDialog::ColorDialogOptions()
                                                         : QColorDialog::ShowAlphaChannel;
-        const QColor chosen =
-            QColorDialog::getColor(QtCanvas::qtColor(well_.color()), this, QString(), options);
+        const QColor chosen = QColorDialog::getColor(
+            QtCanvas::qtColor(well_.color()), this, QString::fromStdString(well_.title()), options);
         if (chosen.isValid()) {
             ColorPanel::shared().userDidPickColor(
                 Color::calibratedRGB(float(chosen.redF()), float(chosen.greenF()),

@@ -3,6 +3,8 @@
 #include "foundation/Color.hpp"
 #include "toolkit/Control.hpp"
 
+#include <string>
+
 namespace vexto {
 
 // A well showing a colour; activating it connects it to the shared colour panel, whose changes
@@ -15,6 +17,10 @@ public:
 
     const Color& color() const { return color_; }
     virtual void setColor(Color color);
+
+    // What the well's colour is for ("Background"), shown as the colour panel's title.
+    const std::string& title() const { return title_; }
+    void setTitle(std::string title) { title_ = std::move(title); }
 
     bool isActive() const { return active_; }
     // Becomes the panel's well (the previous one is deactivated) and shows the panel.
@@ -30,6 +36,7 @@ private:
     void takeColorFromPanel(const Color& color);
 
     Color color_ = Color::calibratedWhite(1, 1);
+    std::string title_;
     bool active_ = false;
 };
 

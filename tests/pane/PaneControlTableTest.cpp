@@ -140,6 +140,28 @@ TEST_F(PaneControlTableTest, EveryHotKeyFieldEditsItsOwnSlot)
     }
 }
 
+TEST_F(PaneControlTableTest, EachColourWellIsNamedForTheColourItSets)
+{
+    // The colour panel's title says which colour is being set; a swapped row would mislead.
+    const std::pair<const char*, const char*> wells[] = {
+        {"backgroundColorWell", "Background"},
+        {"selectionColorWell", "Selection"},
+        {"selectionBorderColorWell", "Selection border"},
+        {"applicationNameColorWell", "Application names"},
+        {"windowNameColorWell", "Window names"},
+        {"selectionWindowNameColorWell", "Selected window name"},
+        {"dockIndicatorBorderColorWell", "Dock indicator border"},
+        {"keyBadgeColorWell", "Shortcut badges"},
+        {"quickLookBorderColorWell", "Preview border"},
+        {"spaceBadgeColorWell", "Space badges"},
+    };
+    for (const auto& [outlet, title] : wells) {
+        const auto* well = dynamic_cast<ColorWell*>(pane->outletNamed(outlet));
+        ASSERT_NE(well, nullptr) << outlet;
+        EXPECT_EQ(well->title(), title) << outlet;
+    }
+}
+
 TEST_F(PaneControlTableTest, NamesAndSettingsAreUniqueAndEveryRowHasItsControl)
 {
     std::set<std::string_view> outlets;
