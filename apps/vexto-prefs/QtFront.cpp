@@ -69,6 +69,7 @@ void showPushedCursors()
 int runWindow(QApplication& application, PaneHost& host, QtWindowMirror& mirror)
 {
     showPushedCursors();
+    mirror.closeOnStandardKeys();
     mirror.widget()->show();
     HostRun::stopOnSignals();
     QTimer stopWatch;

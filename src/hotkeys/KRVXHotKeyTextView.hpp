@@ -43,6 +43,8 @@ public:
                                                    std::uint64_t modifierFlags);
     bool isOccupied() const { return occupied_; }
     bool isRecording() const;
+    // A recording field records Escape, ⌃W and ⌃Q instead of letting them close the window.
+    bool takesEveryKey() const override { return isRecording(); }
 
     bool becomeFirstResponder() override;
     bool resignFirstResponder() override;

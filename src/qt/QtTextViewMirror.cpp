@@ -58,6 +58,11 @@ protected:
     // that a recording field records it instead of Qt moving the focus.
     bool event(QEvent* event) override
     {
+        if (event->type() == QEvent::ShortcutOverride && view_.isFirstResponder() &&
+            view_.takesEveryKey()) {
+            event->accept();
+            return true;
+        }
         if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
             Window* window = view_.window();
             const auto modelEvent = QtKeyEvents::modelEvent(*static_cast<QKeyEvent*>(event));

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QResizeEvent>
+#include <QShortcut>
 
 #include <cmath>
 #include <functional>
@@ -95,6 +96,19 @@ QImage QtWindowMirror::render() const
 {
     widget_->ensurePolished();
     return widget_->grab().toImage();
+}
+
+void QtWindowMirror::closeOnStandardKeys()
+{
+    QWidget* window = widget_.get();
+    for (const QKeySequence& keys :
+         {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+        auto* shortcut = new QShortcut(keys, window);
+        QObject::connect(shortcut, &QShortcut::activated, window, &QWidget::close);
+    }
+    auto* quit = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), window);
+    QObject::connect(quit, &QShortcut::activated, QCoreApplication::instance(),
+                     &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
 } // namespace vexto

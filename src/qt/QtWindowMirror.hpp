@@ -25,6 +25,9 @@ public:
     QtViewMirror* mirrorOf(const View* view) const;
     // The window as it looks now, drawn offscreen.
     QImage render() const;
+    // Escape and Ctrl+W close the window as its close button does; Ctrl+Q quits. A view that
+    // takes every key (a recording hot-key field) gets them instead.
+    void closeOnStandardKeys();
 
 private:
     void sync();

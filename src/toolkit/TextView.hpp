@@ -25,6 +25,9 @@ public:
 
     const std::string& string() const { return text_; }
     virtual void setString(std::string text);
+
+    // True while every key, the window's own shortcuts included, belongs to this view.
+    virtual bool takesEveryKey() const { return false; }
     // Length in UTF-16 code units.
     std::size_t length() const;
 

@@ -89,5 +89,26 @@ TEST_F(QtPaneKeysTest, AComboPressedInTheFieldIsRecordedWithTheSideOfItsModifier
               std::to_string(Event::controlKeyMask | Event::shiftKeyMask | 0x2000 | 0x0002));
 }
 
+TEST_F(QtPaneKeysTest, EscapeAndControlWCloseTheWindowUnlessAFieldIsRecording)
+{
+    mirror->closeOnStandardKeys();
+    QWidget* field = fieldWidget();
+    ASSERT_NE(field, nullptr);
+    QTest::mouseClick(field, Qt::LeftButton);
+    ASSERT_TRUE(o().allForwardTextView->isRecording());
+    QTest::keyClick(field, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(mirror->widget()->isVisible());
+    EXPECT_EQ(o().allForwardTextView->string(), "⌃W");
+
+    QTest::mouseClick(field, Qt::LeftButton);
+    ASSERT_TRUE(o().allForwardTextView->isRecording());
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_TRUE(mirror->widget()->isVisible()) << "Escape only ends the recording";
+    EXPECT_FALSE(o().allForwardTextView->isRecording());
+
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_FALSE(mirror->widget()->isVisible());
+}
+
 } // namespace
 } // namespace vexto
