@@ -2,7 +2,8 @@
 
 # What the core, its tests and benchmarks need.
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
-               libxkbcommon-dev libxkbcommon-x11-dev xkb-data libx11-dev libgtest-dev libgmock-dev libbenchmark-dev)
+               libxkbcommon-dev libxkbcommon-x11-dev libxcb1-dev xkb-data libx11-dev
+               libgtest-dev libgmock-dev libbenchmark-dev)
 # What the tests start for real: an X server without a screen.
 TEST_PACKAGES=(xvfb)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
