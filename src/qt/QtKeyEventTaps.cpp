@@ -7,29 +7,7 @@
 #include <QKeyEvent>
 #include <QWidget>
 
-#include <algorithm>
-
 namespace vexto {
-
-class QtKeyEventTaps::Tap final : public KeyEventTap {
-public:
-    Tap(QtKeyEventTaps& owner, Callback callback) : owner_(owner), callback_(std::move(callback))
-    {
-        owner_.taps_.push_back(this);
-    }
-    ~Tap() override { std::erase(owner_.taps_, this); }
-    Tap(const Tap&) = delete;
-    Tap& operator=(const Tap&) = delete;
-
-    bool isEnabled() const override { return enabled_; }
-    void setEnabled(bool enabled) override { enabled_ = enabled; }
-    bool handle(const Event& event) const { return enabled_ && callback_(event); }
-
-private:
-    QtKeyEventTaps& owner_;
-    Callback callback_;
-    bool enabled_ = true;
-};
 
 QtKeyEventTaps::QtKeyEventTaps()
 {
@@ -43,15 +21,9 @@ QtKeyEventTaps::~QtKeyEventTaps()
     }
 }
 
-std::unique_ptr<KeyEventTap> QtKeyEventTaps::createTap(Callback callback)
-{
-    return std::make_unique<Tap>(*this, std::move(callback));
-}
-
 bool QtKeyEventTaps::eventFilter(QObject* watched, QEvent* event)
 {
-    if (taps_.empty() ||
-        (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)) {
+    if (empty() || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)) {
         return QObject::eventFilter(watched, event);
     }
     // Qt offers each key to several objects (window, then widget): the widget's turn counts,
@@ -60,15 +32,7 @@ bool QtKeyEventTaps::eventFilter(QObject* watched, QEvent* event)
         return false;
     }
     const auto modelEvent = QtKeyEvents::modelEvent(*static_cast<QKeyEvent*>(event));
-    if (!modelEvent) {
-        return false;
-    }
-    for (auto tap = taps_.rbegin(); tap != taps_.rend(); ++tap) {
-        if ((*tap)->handle(*modelEvent)) {
-            return true;
-        }
-    }
-    return false;
+    return modelEvent && deliver(*modelEvent);
 }
 
 bool QtKeyEventTaps::isPropagation(QObject* watched, const QEvent* event)

@@ -1,28 +1,20 @@
 #pragma once
 
-#include "ports/KeyEventTaps.hpp"
-
-#include <vector>
+#include "platform/KeyEventTapList.hpp"
 
 namespace vexto {
 
-// Taps for tests: key events are handed to them by hand, the newest tap first.
-class FakeKeyEventTaps final : public KeyEventTaps {
+// Taps for tests: key events are handed to them by hand (deliver), the newest tap first.
+class FakeKeyEventTaps final : public KeyEventTapList {
 public:
     std::unique_ptr<KeyEventTap> createTap(Callback callback) override;
 
-    // What a tap at the head of the session does with the event: true when one swallowed it.
-    bool deliver(const Event& event) const;
-    std::size_t liveTaps() const { return taps_.size(); }
+    std::size_t liveTaps() const { return size(); }
     int created() const { return created_; }
     // The system switches taps off after a time-out; the pane must switch them on again.
-    void disableAll();
-    bool allEnabled() const;
+    void disableAll() { setAllEnabled(false); }
 
 private:
-    class Tap;
-    friend class Tap;
-    std::vector<Tap*> taps_;
     int created_ = 0;
 };
 
