@@ -19,7 +19,6 @@ namespace keys = settingkeys;
 namespace {
 
 constexpr const char* timeOutSelector = "timeOutFirstResponder";
-constexpr std::uint64_t anyOfShiftControlOptionCommand = 0x1E0000;
 constexpr char escape = 27;
 
 const RunLoopModes timeOutModes{RunLoopMode::Default};
@@ -234,8 +233,8 @@ bool KRVXHotKeyTextView::performKeyEquivalent(const Event& event)
 void KRVXHotKeyTextView::keyDown(const Event& event)
 {
     const std::uint64_t flags = event.modifierFlags();
-    if ((flags & anyOfShiftControlOptionCommand) == 0 && event.type() == Event::Type::KeyDown &&
-        event.characters().starts_with(escape)) {
+    if ((flags & Event::shiftControlOptionCommandMask) == 0 &&
+        event.type() == Event::Type::KeyDown && event.characters().starts_with(escape)) {
         activelyResignFirstResponder();
         return;
     }

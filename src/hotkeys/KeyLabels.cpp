@@ -157,10 +157,12 @@ std::string readableKeyStringPrefixWithModifierFlags(std::uint64_t flags, bool r
         std::string_view glyph;
     };
     static constexpr Modifier order[] = {
-        {Event::controlKeyMask, 0x0001, 0x2000, controlGlyph},
-        {Event::optionKeyMask, 0x0020, 0x0040, optionGlyph},
-        {Event::shiftKeyMask, 0x0002, 0x0004, shiftGlyph},
-        {Event::commandKeyMask, 0x0008, 0x0010, commandGlyph},
+        {Event::controlKeyMask, Event::leftControlKeyMask, Event::rightControlKeyMask,
+         controlGlyph},
+        {Event::optionKeyMask, Event::leftOptionKeyMask, Event::rightOptionKeyMask, optionGlyph},
+        {Event::shiftKeyMask, Event::leftShiftKeyMask, Event::rightShiftKeyMask, shiftGlyph},
+        {Event::commandKeyMask, Event::leftCommandKeyMask, Event::rightCommandKeyMask,
+         commandGlyph},
     };
     std::string prefix;
     for (const Modifier& modifier : order) {
@@ -233,7 +235,6 @@ bool KRVXIsModifierFlagsMatch(std::uint64_t stored, std::uint64_t candidate, boo
                               bool ignoreCapsLock, bool ignoreFunctionKey)
 {
     constexpr std::uint64_t deviceIndependent = 0xFF0000;
-    constexpr std::uint64_t sides = 0x207F;
     if (ignoreCapsLock) {
         stored |= Event::capsLockKeyMask;
         candidate |= Event::capsLockKeyMask;
@@ -243,10 +244,11 @@ bool KRVXIsModifierFlagsMatch(std::uint64_t stored, std::uint64_t candidate, boo
         candidate |= Event::functionKeyMask;
     }
     const bool plain = ((stored ^ candidate) & deviceIndependent) == 0;
-    if (!requireExact || (stored & sides) == 0 || (candidate & sides) == 0) {
+    if (!requireExact || (stored & Event::sideKeyMask) == 0 ||
+        (candidate & Event::sideKeyMask) == 0) {
         return plain;
     }
-    return ((stored ^ candidate) & (deviceIndependent | sides)) == 0;
+    return ((stored ^ candidate) & (deviceIndependent | Event::sideKeyMask)) == 0;
 }
 
 std::uint32_t KRVXCarbonModifiersFromCocoaModifiers(std::uint64_t flags)

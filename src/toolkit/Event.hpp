@@ -37,6 +37,20 @@ public:
     static constexpr std::uint64_t commandKeyMask = 0x100000;
     static constexpr std::uint64_t functionKeyMask = 0x800000;
     static constexpr std::uint64_t deviceIndependentMask = 0xFFFF0000;
+    // Which key of a pair is held: set beside the modifier's own bit.
+    static constexpr std::uint64_t leftControlKeyMask = 0x0001;
+    static constexpr std::uint64_t leftShiftKeyMask = 0x0002;
+    static constexpr std::uint64_t rightShiftKeyMask = 0x0004;
+    static constexpr std::uint64_t leftCommandKeyMask = 0x0008;
+    static constexpr std::uint64_t rightCommandKeyMask = 0x0010;
+    static constexpr std::uint64_t leftOptionKeyMask = 0x0020;
+    static constexpr std::uint64_t rightOptionKeyMask = 0x0040;
+    static constexpr std::uint64_t rightControlKeyMask = 0x2000;
+    static constexpr std::uint64_t sideKeyMask =
+        leftControlKeyMask | leftShiftKeyMask | rightShiftKeyMask | leftCommandKeyMask |
+        rightCommandKeyMask | leftOptionKeyMask | rightOptionKeyMask | rightControlKeyMask;
+    static constexpr std::uint64_t shiftControlOptionCommandMask =
+        shiftKeyMask | controlKeyMask | optionKeyMask | commandKeyMask;
 
     static constexpr std::uint64_t maskFor(Type type)
     {

@@ -10,15 +10,15 @@ struct ModifierKeys {
     std::uint64_t independentMask;
     std::uint16_t leftKeyCode;
     std::uint16_t rightKeyCode;
-    std::uint32_t leftDeviceBit;
-    std::uint32_t rightDeviceBit;
+    std::uint64_t leftDeviceBit;
+    std::uint64_t rightDeviceBit;
 };
 
 constexpr ModifierKeys modifierKeys[] = {
-    {Event::controlKeyMask, 0x3B, 0x3E, 0x0001, 0x2000},
-    {Event::shiftKeyMask, 0x38, 0x3C, 0x0002, 0x0004},
-    {Event::commandKeyMask, 0x37, 0x36, 0x0008, 0x0010},
-    {Event::optionKeyMask, 0x3A, 0x3D, 0x0020, 0x0040},
+    {Event::controlKeyMask, 0x3B, 0x3E, Event::leftControlKeyMask, Event::rightControlKeyMask},
+    {Event::shiftKeyMask, 0x38, 0x3C, Event::leftShiftKeyMask, Event::rightShiftKeyMask},
+    {Event::commandKeyMask, 0x37, 0x36, Event::leftCommandKeyMask, Event::rightCommandKeyMask},
+    {Event::optionKeyMask, 0x3A, 0x3D, Event::leftOptionKeyMask, Event::rightOptionKeyMask},
 };
 
 } // namespace
@@ -26,7 +26,7 @@ constexpr ModifierKeys modifierKeys[] = {
 void ModifierSides::noteKey(std::uint16_t virtualKeyCode, bool down)
 {
     for (const auto& modifier : modifierKeys) {
-        std::uint32_t bit = 0;
+        std::uint64_t bit = 0;
         if (virtualKeyCode == modifier.leftKeyCode) {
             bit = modifier.leftDeviceBit;
         } else if (virtualKeyCode == modifier.rightKeyCode) {
@@ -43,12 +43,12 @@ std::uint64_t ModifierSides::withDeviceBits(std::uint64_t independentFlags)
 {
     std::uint64_t word = independentFlags;
     for (const auto& modifier : modifierKeys) {
-        const std::uint32_t bothSides = modifier.leftDeviceBit | modifier.rightDeviceBit;
+        const std::uint64_t bothSides = modifier.leftDeviceBit | modifier.rightDeviceBit;
         if ((independentFlags & modifier.independentMask) == 0) {
             heldSides_ &= ~bothSides;
             continue;
         }
-        const std::uint32_t seen = heldSides_ & bothSides;
+        const std::uint64_t seen = heldSides_ & bothSides;
         word |= seen != 0 ? seen : modifier.leftDeviceBit;
     }
     return word;

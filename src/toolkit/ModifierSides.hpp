@@ -16,7 +16,7 @@ public:
     std::uint64_t withDeviceBits(std::uint64_t independentFlags);
 
 private:
-    std::uint32_t heldSides_ = 0;
+    std::uint64_t heldSides_ = 0;
 };
 
 } // namespace vexto
