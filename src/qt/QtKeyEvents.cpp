@@ -72,11 +72,8 @@ std::optional<std::uint16_t> virtualKeyForQtKey(int key)
 
 std::optional<std::uint16_t> virtualKey(const QKeyEvent& event)
 {
-    const quint32 xKeyCode = event.nativeScanCode();
-    if (xKeyCode > 8 && xKeyCode < 0x10008) {
-        if (const auto code = EvdevKeyCodes::virtualKeyForEvdev(std::uint16_t(xKeyCode - 8))) {
-            return code;
-        }
+    if (const auto code = EvdevKeyCodes::virtualKeyForXKeyCode(event.nativeScanCode())) {
+        return code;
     }
     return virtualKeyForQtKey(event.key());
 }

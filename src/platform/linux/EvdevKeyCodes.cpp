@@ -26,6 +26,8 @@ constexpr std::pair<std::uint16_t, std::uint16_t> evdevToVirtual[] = {
     {83, 0x41},  {55, 0x43},  {78, 0x45},  {74, 0x4E},  {98, 0x4B},  {96, 0x4C},
 };
 
+constexpr std::uint32_t xKeyCodeOffset = 8;
+
 } // namespace
 
 std::optional<std::uint16_t> EvdevKeyCodes::virtualKeyForEvdev(std::uint16_t evdev)
@@ -46,6 +48,20 @@ std::optional<std::uint16_t> EvdevKeyCodes::evdevForVirtualKey(std::uint16_t vir
         }
     }
     return std::nullopt;
+}
+
+std::optional<std::uint16_t> EvdevKeyCodes::virtualKeyForXKeyCode(std::uint32_t xKeyCode)
+{
+    if (xKeyCode <= xKeyCodeOffset || xKeyCode - xKeyCodeOffset > 0xFFFF) {
+        return std::nullopt;
+    }
+    return virtualKeyForEvdev(static_cast<std::uint16_t>(xKeyCode - xKeyCodeOffset));
+}
+
+std::optional<std::uint32_t> EvdevKeyCodes::xKeyCodeForVirtualKey(std::uint16_t virtualKey)
+{
+    const auto evdev = evdevForVirtualKey(virtualKey);
+    return evdev ? std::optional<std::uint32_t>(*evdev + xKeyCodeOffset) : std::nullopt;
 }
 
 bool EvdevKeyCodes::isKeypad(std::uint16_t virtualKey)

@@ -11,6 +11,9 @@ class EvdevKeyCodes {
 public:
     static std::optional<std::uint16_t> virtualKeyForEvdev(std::uint16_t evdev);
     static std::optional<std::uint16_t> evdevForVirtualKey(std::uint16_t virtualKey);
+    // The same through X (and XKB) key codes, which are evdev codes plus 8.
+    static std::optional<std::uint16_t> virtualKeyForXKeyCode(std::uint32_t xKeyCode);
+    static std::optional<std::uint32_t> xKeyCodeForVirtualKey(std::uint16_t virtualKey);
     // The keypad's keys, which give their digits with Num Lock on.
     static bool isKeypad(std::uint16_t virtualKey);
 };

@@ -4,13 +4,10 @@
 
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
-#include <array>
 
 namespace vexto {
 
 namespace {
-
-constexpr int evdevOffset = 8;
 
 // Xlib reports errors asynchronously to one process-wide handler: while a probe runs, a refused
 // grab is noted here instead of ending the process.
@@ -48,6 +45,13 @@ X11HotKeyRegistrar::~X11HotKeyRegistrar()
     }
 }
 
+// Every lock state a press may come with: none, Caps Lock, Num Lock, both.
+X11HotKeyRegistrar::LockVariants X11HotKeyRegistrar::lockVariants() const
+{
+    const unsigned numLock = numLockMask();
+    return {0u, LockMask, numLock, LockMask | numLock};
+}
+
 unsigned X11HotKeyRegistrar::numLockMask() const
 {
     unsigned mask = 0;
@@ -66,11 +70,9 @@ unsigned X11HotKeyRegistrar::numLockMask() const
     return mask;
 }
 
-void X11HotKeyRegistrar::ungrab(const Grab& grab, unsigned variants)
+void X11HotKeyRegistrar::ungrab(const Grab& grab, const LockVariants& locks, std::size_t count)
 {
-    const unsigned numLock = numLockMask();
-    const std::array<unsigned, 4> locks{0u, LockMask, numLock, LockMask | numLock};
-    for (unsigned i = 0; i < variants && i < locks.size(); ++i) {
+    for (std::size_t i = 0; i < count && i < locks.size(); ++i) {
         XUngrabKey(display_, grab.keyCode, grab.modifiers | locks[i], DefaultRootWindow(display_));
     }
     XSync(display_, False);
@@ -82,16 +84,15 @@ bool X11HotKeyRegistrar::registerHotKey(std::uint16_t keyCode, std::uint32_t car
     if (display_ == nullptr) {
         return true;
     }
-    const auto evdev = EvdevKeyCodes::evdevForVirtualKey(keyCode);
-    if (!evdev || *evdev + evdevOffset > 255) {
+    const auto xKeyCode = EvdevKeyCodes::xKeyCodeForVirtualKey(keyCode);
+    if (!xKeyCode || *xKeyCode > 255) {
         return false; // a key X11 cannot name cannot be held by the daemon either
     }
-    const Grab grab{*evdev + evdevOffset, xModifiers(carbonModifiers)};
-    const unsigned numLock = numLockMask();
-    const std::array<unsigned, 4> locks{0u, LockMask, numLock, LockMask | numLock};
+    const Grab grab{static_cast<int>(*xKeyCode), xModifiers(carbonModifiers)};
+    const LockVariants locks = lockVariants();
     XSync(display_, False);
     const auto previous = XSetErrorHandler(noteRefusal);
-    unsigned grabbed = 0;
+    std::size_t grabbed = 0;
     bool refused = false;
     for (unsigned lock : locks) {
         grabRefused = false;
@@ -106,7 +107,7 @@ bool X11HotKeyRegistrar::registerHotKey(std::uint16_t keyCode, std::uint32_t car
     }
     XSetErrorHandler(previous);
     if (refused) {
-        ungrab(grab, grabbed);
+        ungrab(grab, locks, grabbed);
         return false;
     }
     grabs_[identifier] = grab;
@@ -119,7 +120,8 @@ void X11HotKeyRegistrar::unregisterHotKey(std::uint32_t identifier)
     if (display_ == nullptr || found == grabs_.end()) {
         return;
     }
-    ungrab(found->second, 4);
+    const LockVariants locks = lockVariants();
+    ungrab(found->second, locks, locks.size());
     grabs_.erase(found);
 }
 

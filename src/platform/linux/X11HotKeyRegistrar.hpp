@@ -2,6 +2,7 @@
 
 #include "ports/HotKeyRegistrar.hpp"
 
+#include <array>
 #include <map>
 #include <string>
 
@@ -30,8 +31,11 @@ private:
         int keyCode;
         unsigned modifiers;
     };
+    using LockVariants = std::array<unsigned, 4>;
+    LockVariants lockVariants() const;
     unsigned numLockMask() const;
-    void ungrab(const Grab& grab, unsigned variants);
+    // Undoes the grabs of the first `count` lock variants.
+    void ungrab(const Grab& grab, const LockVariants& locks, std::size_t count);
 
     _XDisplay* display_ = nullptr;
     std::map<std::uint32_t, Grab> grabs_;

@@ -13,7 +13,6 @@ namespace vexto {
 
 namespace {
 
-constexpr std::uint32_t evdevOffset = 8;
 constexpr std::uint16_t isoSectionKey = 0x0A;
 constexpr std::uint16_t graveKey = 0x32;
 
@@ -146,11 +145,11 @@ std::optional<char16_t> XkbKeyboardLayout::characterForKeyCode(std::uint16_t key
     if (iso_ && (keyCode == isoSectionKey || keyCode == graveKey)) {
         keyCode = keyCode == isoSectionKey ? graveKey : isoSectionKey;
     }
-    const auto evdev = EvdevKeyCodes::evdevForVirtualKey(keyCode);
-    if (!evdev) {
+    const auto xKeyCode = EvdevKeyCodes::xKeyCodeForVirtualKey(keyCode);
+    if (!xKeyCode) {
         return std::nullopt;
     }
-    const xkb_keycode_t key = *evdev + evdevOffset;
+    const xkb_keycode_t key = *xKeyCode;
     std::uint32_t character = 0;
     if (EvdevKeyCodes::isKeypad(keyCode) && numLockState_ != nullptr) {
         character = xkb_state_key_get_utf32(numLockState_, key);
