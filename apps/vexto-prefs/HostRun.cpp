@@ -15,22 +15,23 @@ namespace {
 
 volatile std::sig_atomic_t stopSignalled = 0;
 
-// The bundle installed beside the program.
-std::string besideTheProgram()
+constexpr const char* usageLine =
+    "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
+
+} // namespace
+
+std::string HostRun::programFolder()
 {
     char path[4096];
     const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
-    const std::string program =
-        length > 0 ? std::string(path, static_cast<std::size_t>(length)) : ".";
-    return FileSystem::join(FileSystem::folderOf(program), "Vexto.prefPane");
+    return FileSystem::folderOf(length > 0 ? std::string(path, static_cast<std::size_t>(length))
+                                           : "./vexto-prefs");
 }
-
-} // namespace
 
 std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::string& error)
 {
     Options options;
-    options.panePath = besideTheProgram();
+    options.panePath = FileSystem::join(programFolder(), "Vexto.prefPane");
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         const bool hasValue = i + 1 < argc;
@@ -55,13 +56,6 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
     }
     return options;
 }
-
-namespace {
-
-constexpr const char* usageLine =
-    "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
-
-} // namespace
 
 int HostRun::usage(const std::string& message)
 {

@@ -26,6 +26,9 @@ public:
     static constexpr int failure = 1;
     static constexpr int badUsage = 2;
 
+    // The folder the program runs from: the pane bundle and the Qt front module sit beside it.
+    static std::string programFolder();
+
     // None, with the reason, for a command line that makes no sense.
     static std::optional<Options> parse(int argc, char** argv, std::string& error);
     static int usage(const std::string& message);

@@ -2,15 +2,11 @@
 // its window mirrored.
 #include "QtFront.hpp"
 
+#include "LinuxPaneServices.hpp"
 #include "PaneHost.hpp"
 #include "ScratchHome.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/FileSystem.hpp"
-#include "platform/LocalDistributedNotificationCenter.hpp"
-#include "platform/linux/LinuxDesktop.hpp"
-#include "platform/linux/TiffImageDecoder.hpp"
-#include "platform/linux/X11HotKeyRegistrar.hpp"
-#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "qt/QtAlerts.hpp"
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtRunLoop.hpp"
@@ -101,22 +97,15 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     QApplication application(argc, argv);
     QtTextMetrics metrics;
     Application::shared().setTextMetrics(&metrics);
-    TiffImageDecoder images;
     QtRunLoop loop;
-    LocalDistributedNotificationCenter center;
-    LinuxDesktop desktop;
     ScriptedAlerts scriptedAlerts;
     QtAlerts qtAlerts;
     const bool scripted = options->script || options->screenshotFolder;
     Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
     QtKeyEventTaps keyTaps;
-    PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
-    environment.images = &images;
+    LinuxPaneServices services;
+    PaneEnvironment environment = services.environment(loop);
     environment.keyTaps = &keyTaps;
-    const auto keyboard = XkbKeyboardLayout::forDesktop();
-    environment.keyboard = keyboard.get();
-    X11HotKeyRegistrar hotKeys;
-    environment.hotKeys = &hotKeys;
     std::optional<ScratchHome> scratchHome;
     if (options->screenshotFolder && !scratchHome.emplace().ready()) {
         std::cerr << "vexto-prefs: cannot copy the settings to a temporary folder to draw them\n";

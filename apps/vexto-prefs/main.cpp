@@ -2,22 +2,17 @@
 // Without a window it needs no Qt at all; the window and the pictures come from the Qt front
 // module beside the program, loaded only then.
 #include "HostRun.hpp"
+#include "LinuxPaneServices.hpp"
 #include "PaneHost.hpp"
 #include "QtFront.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
-#include "platform/LocalDistributedNotificationCenter.hpp"
-#include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PollRunLoop.hpp"
-#include "platform/linux/TiffImageDecoder.hpp"
-#include "platform/linux/X11HotKeyRegistrar.hpp"
-#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/Application.hpp"
 
 #include <dlfcn.h>
 #include <iostream>
-#include <unistd.h>
 
 using namespace vexto;
 
@@ -26,17 +21,10 @@ namespace {
 int runHeadless(const HostRun::Options& options)
 {
     PollRunLoop loop;
-    LocalDistributedNotificationCenter center;
-    LinuxDesktop desktop;
     ScriptedAlerts alerts;
     Application::shared().setAlerts(&alerts);
-    TiffImageDecoder images;
-    PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
-    environment.images = &images;
-    const auto keyboard = XkbKeyboardLayout::forDesktop();
-    environment.keyboard = keyboard.get();
-    X11HotKeyRegistrar hotKeys;
-    environment.hotKeys = &hotKeys;
+    LinuxPaneServices services;
+    const PaneEnvironment environment = services.environment(loop);
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {
         return HostRun::failure;
@@ -54,17 +42,9 @@ int runHeadless(const HostRun::Options& options)
     return HostRun::success;
 }
 
-std::string programFolder()
-{
-    char path[4096];
-    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
-    return FileSystem::folderOf(length > 0 ? std::string(path, static_cast<std::size_t>(length))
-                                           : "./vexto-prefs");
-}
-
 int runWithQt(const HostRun::Options& options, int argc, char** argv)
 {
-    const std::string module = FileSystem::join(programFolder(), qtFrontModuleName);
+    const std::string module = FileSystem::join(HostRun::programFolder(), qtFrontModuleName);
     void* handle = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
     const auto run = handle != nullptr
                          ? reinterpret_cast<VextoRunQtFront>(::dlsym(handle, runQtFrontSymbol))

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/LocalDistributedNotificationCenter.hpp"
+#include "platform/linux/LinuxDesktop.hpp"
+#include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/X11HotKeyRegistrar.hpp"
+#include "platform/linux/XkbKeyboardLayout.hpp"
+#include "toolkit/PaneEnvironment.hpp"
+
+#include <memory>
+
+namespace vexto {
+
+class RunLoop;
+
+// The real Linux services the host gives the pane, with a window or without: notifications,
+// the desktop, images, the keyboard layout and global hot keys.
+class LinuxPaneServices {
+public:
+    LinuxPaneServices() : keyboard_(XkbKeyboardLayout::forDesktop()) {}
+    LinuxPaneServices(const LinuxPaneServices&) = delete;
+    LinuxPaneServices& operator=(const LinuxPaneServices&) = delete;
+
+    // The services around the front's run loop; the front adds what only it has (key taps).
+    PaneEnvironment environment(RunLoop& loop)
+    {
+        PaneEnvironment environment{loop, center_, desktop_, desktop_, desktop_, nullptr};
+        environment.images = &images_;
+        environment.keyboard = keyboard_.get();
+        environment.hotKeys = &hotKeys_;
+        return environment;
+    }
+
+private:
+    LocalDistributedNotificationCenter center_;
+    LinuxDesktop desktop_;
+    TiffImageDecoder images_;
+    std::unique_ptr<XkbKeyboardLayout> keyboard_;
+    X11HotKeyRegistrar hotKeys_;
+};
+
+} // namespace vexto
