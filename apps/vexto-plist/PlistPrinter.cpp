@@ -11,7 +11,6 @@ namespace vexto {
 namespace {
 
 constexpr std::size_t shownDataBytes = 64;
-constexpr double referenceDateInUnixSeconds = 978307200.0;
 
 std::string quoted(const std::string& text)
 {
@@ -40,7 +39,7 @@ std::string quoted(const std::string& text)
 std::string dateText(const PlistDate& date)
 {
     const auto seconds = static_cast<std::time_t>(
-        std::floor(date.secondsSinceReferenceDate + referenceDateInUnixSeconds));
+        std::floor(date.secondsSinceReferenceDate + PlistDate::unixTimeOfReferenceDate));
     std::tm parts{};
     ::gmtime_r(&seconds, &parts);
     char buffer[64];

@@ -93,8 +93,8 @@ std::string hexDescription(const PlistData& data)
 
 std::string dateDescription(const PlistDate& date)
 {
-    constexpr double referenceDateInUnixTime = 978307200.0;
-    const double unixSeconds = std::floor(date.secondsSinceReferenceDate + referenceDateInUnixTime);
+    const double unixSeconds =
+        std::floor(date.secondsSinceReferenceDate + PlistDate::unixTimeOfReferenceDate);
     // Outside what a calendar can show, the seconds themselves are the description.
     if (!(std::fabs(unixSeconds) < 1e15)) {
         return NumericText::shortestText(date.secondsSinceReferenceDate);

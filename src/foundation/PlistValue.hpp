@@ -22,6 +22,8 @@ using PlistData = std::vector<std::uint8_t>;
 struct PlistDate {
     static constexpr double earliestSeconds = -2147483648.0;
     static constexpr double latestSeconds = 2147483647.0;
+    // The reference date itself, in seconds since 1970-01-01 00:00:00 UTC.
+    static constexpr double unixTimeOfReferenceDate = 978307200.0;
     double secondsSinceReferenceDate = 0.0;
     friend bool operator==(const PlistDate&, const PlistDate&) = default;
 };

@@ -150,9 +150,10 @@ std::optional<PlistDate> parseDate(std::string_view text)
             return std::nullopt;
         }
     }
-    constexpr std::int64_t referenceDay = 11323; // 2001-01-01
-    const std::int64_t days = daysFromCivil(year, month, day) - referenceDay;
-    const std::int64_t seconds = days * 86400 + hour * 3600 + minute * 60 + second;
+    const std::int64_t unixSeconds =
+        daysFromCivil(year, month, day) * 86400 + hour * 3600 + minute * 60 + second;
+    const std::int64_t seconds =
+        unixSeconds - static_cast<std::int64_t>(PlistDate::unixTimeOfReferenceDate);
     if (static_cast<double>(seconds) < PlistDate::earliestSeconds ||
         static_cast<double>(seconds) > PlistDate::latestSeconds) {
         return std::nullopt;

@@ -19,7 +19,6 @@ constexpr std::string_view prolog = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\
                                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
                                     "<plist version=\"1.0\">\n";
 constexpr std::string_view epilog = "</plist>\n";
-constexpr double referenceDateInUnixTime = 978307200.0;
 
 class Writer {
 public:
@@ -87,7 +86,7 @@ private:
     void date(const PlistDate& date)
     {
         const auto seconds = static_cast<std::time_t>(std::trunc(date.secondsSinceReferenceDate) +
-                                                      referenceDateInUnixTime);
+                                                      PlistDate::unixTimeOfReferenceDate);
         std::tm utc{};
         char text[32] = "";
         if (::gmtime_r(&seconds, &utc) != nullptr) {
