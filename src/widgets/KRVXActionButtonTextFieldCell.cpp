@@ -28,20 +28,30 @@ float floorf32(double value)
 
 } // namespace
 
+double KRVXActionButtonTextFieldCell::textWidth() const
+{
+    return Application::shared().widthOfString(field_.stringValue(), field_.font());
+}
+
+Size KRVXActionButtonTextFieldCell::cellSizeForTextWidth(double text, Rect bounds)
+{
+    return Size{std::min(text + 2 * textInset, bounds.width()), bounds.height()};
+}
+
 Size KRVXActionButtonTextFieldCell::cellSizeForBounds(Rect bounds) const
 {
-    const double text = Application::shared().widthOfString(field_.stringValue(), field_.font());
-    return Size{std::min(text + 2 * textInset, bounds.width()), bounds.height()};
+    return cellSizeForTextWidth(textWidth(), bounds);
 }
 
 float KRVXActionButtonTextFieldCell::rawCellWidthForCellFrame(Rect frame, const Image* image,
                                                               float* padding) const
 {
+    // The text is measured once: measuring is the costly part of laying the field out.
+    const double text = textWidth();
     const auto c = static_cast<float>(
-        cellSizeForBounds(Rect(0, 0, std::numeric_limits<float>::max(), frame.height())).width);
+        cellSizeForTextWidth(text, Rect(0, 0, std::numeric_limits<float>::max(), frame.height()))
+            .width);
     if (padding != nullptr) {
-        const double text =
-            Application::shared().widthOfString(field_.stringValue(), field_.font());
         *padding = floorf32((c - text) * 0.5);
     }
     float available = static_cast<float>(frame.width());

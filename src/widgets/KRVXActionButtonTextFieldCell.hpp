@@ -41,6 +41,8 @@ public:
     void drawWithFrame(Canvas& canvas, Rect frame) const;
 
 private:
+    double textWidth() const;
+    static Size cellSizeForTextWidth(double text, Rect bounds);
     void drawText(Canvas& canvas, Rect frame, const Color& color) const;
     void drawHighlight(Canvas& canvas, Rect frame) const;
 
