@@ -27,8 +27,27 @@ public:
 class QtKeyEventsTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() { test::ensureQApplication(); }
-    QtKeyEventsTest() { Application::resetForTesting(); }
+    QtKeyEventsTest()
+    {
+        Application::resetForTesting();
+        window.contentView()->addSubview(log);
+    }
     ~QtKeyEventsTest() override { Application::resetForTesting(); }
+
+    // The window shown through its mirror, and the log's widget clicked to take the focus.
+    static QWidget* showAndClickLog(QtWindowMirror& mirror)
+    {
+        mirror.widget()->show();
+        QApplication::processEvents();
+        QWidget* field = mirror.widget()->childAt(QPoint(20, 100 - 20));
+        if (field != nullptr) {
+            QTest::mouseClick(field, Qt::LeftButton);
+        }
+        return field;
+    }
+
+    Window window{Rect(0, 0, 300, 100)};
+    std::shared_ptr<KeyLog> log = std::make_shared<KeyLog>(Rect(10, 10, 120, 22));
 };
 
 TEST_F(QtKeyEventsTest, KeysMapByTheirXKeyCodeOrElseByQtsKey)
@@ -95,17 +114,11 @@ TEST_F(QtKeyEventsTest, TheModifierKeysPressedNameTheSides)
 
 TEST_F(QtKeyEventsTest, TabReachesTheFocusedFieldInsteadOfMovingTheFocus)
 {
-    Window window(Rect(0, 0, 300, 100));
-    auto log = std::make_shared<KeyLog>(Rect(10, 10, 120, 22));
     auto other = std::make_shared<KeyLog>(Rect(150, 10, 120, 22));
-    window.contentView()->addSubview(log);
     window.contentView()->addSubview(other);
     QtWindowMirror mirror(window);
-    mirror.widget()->show();
-    QApplication::processEvents();
-    QWidget* field = mirror.widget()->childAt(QPoint(20, 100 - 20));
+    QWidget* field = showAndClickLog(mirror);
     ASSERT_NE(field, nullptr);
-    QTest::mouseClick(field, Qt::LeftButton);
     ASSERT_TRUE(log->isFirstResponder());
     QTest::keyClick(field, Qt::Key_Tab, Qt::AltModifier);
     QTest::keyClick(field, Qt::Key_F5, Qt::ControlModifier | Qt::ShiftModifier);
@@ -119,15 +132,9 @@ TEST_F(QtKeyEventsTest, TabReachesTheFocusedFieldInsteadOfMovingTheFocus)
 
 TEST_F(QtKeyEventsTest, ATapSeesKeysBeforeAnyWidgetAndMaySwallowThem)
 {
-    Window window(Rect(0, 0, 300, 100));
-    auto log = std::make_shared<KeyLog>(Rect(10, 10, 120, 22));
-    window.contentView()->addSubview(log);
     QtWindowMirror mirror(window);
-    mirror.widget()->show();
-    QApplication::processEvents();
-    QWidget* field = mirror.widget()->childAt(QPoint(20, 100 - 20));
+    QWidget* field = showAndClickLog(mirror);
     ASSERT_NE(field, nullptr);
-    QTest::mouseClick(field, Qt::LeftButton);
 
     QtKeyEventTaps taps;
     std::vector<std::uint16_t> seen;
