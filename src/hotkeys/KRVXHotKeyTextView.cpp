@@ -48,6 +48,12 @@ const Color& secondarySelectedControlColor()
     return grey;
 }
 
+// An empty field reads "No Shortcut", but shows nothing while it records.
+std::string emptyText(bool recording)
+{
+    return recording ? " " : KRVXLocalizedString("No Shortcut");
+}
+
 const KeyboardLayout* keyboardLayout(KRVXPreferencePane& pane)
 {
     return pane.environment().keyboard;
@@ -134,7 +140,7 @@ void KRVXHotKeyTextView::setOccupiedWithVisualHotKeyRepresentation(
         setString(*text);
     } else {
         setTextColor(noShortcutColor());
-        setString(focused ? " " : KRVXLocalizedString("No Shortcut"));
+        setString(emptyText(focused));
     }
     if (focused) {
         selectAll();
@@ -205,19 +211,16 @@ void KRVXHotKeyTextView::activelyResignFirstResponder()
 
 void KRVXHotKeyTextView::updateDisplayForFirstResponder(bool focused)
 {
+    if (!occupied_) {
+        setString(emptyText(focused));
+    }
     if (focused) {
         const bool main = window() != nullptr && window()->isMainWindow();
         setBackgroundColor(main ? selectedTextBackgroundColor() : secondarySelectedControlColor());
-        if (!occupied_) {
-            setString(" ");
-        }
         selectAll();
     } else {
         setBackgroundColor(Color::whiteColor());
         setSelectedRange(TextRange{});
-        if (!occupied_) {
-            setString(KRVXLocalizedString("No Shortcut"));
-        }
     }
 }
 
