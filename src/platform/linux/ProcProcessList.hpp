@@ -1,0 +1,61 @@
+#pragma once
+
+#include "ports/ProcessManager.hpp"
+#include "ports/ProcessSignals.hpp"
+
+#include <dirent.h>
+#include <optional>
+
+namespace vexto {
+
+class ProcessWindows;
+
+// The process list from /proc, and signals by kill(2).
+//
+// A process's serial number is (0, pid). The special numbers keep their meaning, so the system
+// process (0, 1) is pid 1, and pid 2, which (0, 2) cannot name, is (1, 2). Walking the list
+// reads one directory stream from start to end and allocates nothing per step. Quitting sends
+// SIGTERM; showing, hiding and the front process go through the desktop's windows when a
+// desktop is given, and fail as for a process without windows otherwise.
+class ProcProcessList final : public ProcessManager, public ProcessSignals {
+public:
+    explicit ProcProcessList(ProcessWindows* windows = nullptr);
+    ~ProcProcessList() override;
+    ProcProcessList(const ProcProcessList&) = delete;
+    ProcProcessList& operator=(const ProcProcessList&) = delete;
+
+    static ProcessSerialNumber serialNumberForPID(int pid);
+    static std::optional<int> pidForSerialNumber(const ProcessSerialNumber& psn);
+
+    OSErr getNextProcess(ProcessSerialNumber& psn) override;
+    OSErr getCurrentProcess(ProcessSerialNumber& psn) override;
+    OSErr getFrontProcess(ProcessSerialNumber& psn) override;
+    OSErr sameProcess(const ProcessSerialNumber& first, const ProcessSerialNumber& second,
+                      bool& result) override;
+    OSErr getProcessInformation(const ProcessSerialNumber& psn, ProcessInfoRec& info) override;
+    OSErr getProcessPID(const ProcessSerialNumber& psn, std::int32_t& pid) override;
+    OSErr setFrontProcessWithOptions(const ProcessSerialNumber& psn,
+                                     std::uint32_t options) override;
+    OSErr wakeUpProcess(const ProcessSerialNumber& psn) override;
+    bool isProcessVisible(const ProcessSerialNumber& psn) override;
+    OSErr showHideProcess(const ProcessSerialNumber& psn, bool visible) override;
+    OSErr sendAppleEvent(const ProcessSerialNumber& target, std::uint32_t eventClass,
+                         std::uint32_t eventID) override;
+
+    bool stop(std::int32_t pid) override;
+    bool resume(std::int32_t pid) override;
+    std::optional<bool> isStopped(std::int32_t pid) override;
+
+private:
+    struct Stat;
+    bool readStat(int pid, Stat& stat) const;
+    std::optional<int> livingPID(const ProcessSerialNumber& psn) const;
+
+    ProcessWindows* windows_;
+    int procFolder_ = -1;
+    DIR* walk_ = nullptr;
+    int lastWalkedPID_ = -1;
+    long ticksPerSecond_ = 100;
+};
+
+} // namespace vexto

@@ -1,0 +1,314 @@
+#include "system/QLVXProcess.hpp"
+
+#include "foundation/FormatString.hpp"
+#include "foundation/Log.hpp"
+#include "foundation/TextEncoding.hpp"
+#include "ports/ProcessManager.hpp"
+#include "system/KRVXAppleEventSender.hpp"
+#include "system/ProcessPlatform.hpp"
+#include "system/QLVXProcessSignals.hpp"
+#include "system/QLVXProcessesEnumerator.hpp"
+
+#include <array>
+
+namespace vexto {
+
+namespace {
+
+constexpr std::size_t nameBufferSize = 256;
+constexpr int showHidePolls = 10;
+constexpr double showHidePollInterval = 0.1;
+
+ProcessManager& processManager()
+{
+    return ProcessPlatform::manager();
+}
+
+QLVXProcess& reusableInstance()
+{
+    static QLVXProcess instance;
+    return instance;
+}
+
+} // namespace
+
+// --- the reused instance ----------------------------------------------------------------
+
+QLVXProcess& QLVXProcess::processWithProcessSerialNumber(const ProcessSerialNumber& psn)
+{
+    QLVXProcess& process = reusableInstance();
+    process.setProcessSerialNumber(psn);
+    return process;
+}
+
+bool QLVXProcess::isReusedInstance() const
+{
+    return this == &reusableInstance();
+}
+
+QLVXProcess* QLVXProcess::currentProcess()
+{
+    ProcessSerialNumber psn;
+    if (processManager().getCurrentProcess(psn) != ProcessManager::noErr) {
+        return nullptr;
+    }
+    return &processWithProcessSerialNumber(psn);
+}
+
+QLVXProcess* QLVXProcess::frontProcess()
+{
+    ProcessSerialNumber psn;
+    if (processManager().getFrontProcess(psn) != ProcessManager::noErr) {
+        return nullptr;
+    }
+    return &processWithProcessSerialNumber(psn);
+}
+
+std::optional<QLVXProcess> QLVXProcess::initWithCurrentProcess()
+{
+    ProcessSerialNumber psn;
+    if (processManager().getCurrentProcess(psn) != ProcessManager::noErr) {
+        return std::nullopt;
+    }
+    return QLVXProcess(psn);
+}
+
+std::optional<QLVXProcess> QLVXProcess::initWithFrontProcess()
+{
+    ProcessSerialNumber psn;
+    if (processManager().getFrontProcess(psn) != ProcessManager::noErr) {
+        return std::nullopt;
+    }
+    return QLVXProcess(psn);
+}
+
+void QLVXProcess::setProcessSerialNumber(const ProcessSerialNumber& psn)
+{
+    psn_ = psn;
+    infoRec_.processInfoLength = 0;
+    name_.clear(); // keeps its storage: the reused instance names processes without allocating
+    hasName_ = false;
+    firstLaunchDate_.reset();
+}
+
+// --- the whole list ---------------------------------------------------------------------
+
+QLVXProcessesEnumerator QLVXProcess::processesEnumerator()
+{
+    return QLVXProcessesEnumerator::processesEnumerator();
+}
+
+std::vector<QLVXProcess> QLVXProcess::everyProcess()
+{
+    std::vector<QLVXProcess> processes;
+    QLVXProcessesEnumerator enumerator;
+    while (QLVXProcess* process = enumerator.nextObject()) {
+        processes.push_back(*process);
+    }
+    return processes;
+}
+
+std::vector<QLVXProcess> QLVXProcess::everyProcessNamed(std::string_view name)
+{
+    std::vector<QLVXProcess> processes;
+    QLVXProcessesEnumerator enumerator;
+    while (QLVXProcess* process = enumerator.nextObject()) {
+        const std::string* processName = process->name();
+        if (processName != nullptr && *processName == name) {
+            processes.push_back(*process);
+        }
+    }
+    return processes;
+}
+
+QLVXProcess* QLVXProcess::firstProcessNamed(std::string_view name)
+{
+    QLVXProcessesEnumerator enumerator;
+    while (QLVXProcess* process = enumerator.nextObject()) {
+        const std::string* processName = process->name();
+        if (processName != nullptr && *processName == name) {
+            return process;
+        }
+    }
+    return nullptr;
+}
+
+// --- identity ---------------------------------------------------------------------------
+
+bool QLVXProcess::isSameProcessAs(const ProcessSerialNumber& psn) const
+{
+    bool same = false;
+    return processManager().sameProcess(psn_, psn, same) == ProcessManager::noErr && same;
+}
+
+bool QLVXProcess::isFrontProcess() const
+{
+    ProcessSerialNumber front;
+    return processManager().getFrontProcess(front) == ProcessManager::noErr &&
+           isSameProcessAs(front);
+}
+
+bool QLVXProcess::isCurrentProcess() const
+{
+    ProcessSerialNumber current;
+    return processManager().getCurrentProcess(current) == ProcessManager::noErr &&
+           isSameProcessAs(current);
+}
+
+bool QLVXProcess::isValid()
+{
+    infoRec_.processInfoLength = 0;
+    return fillProcessInfoRec() && infoRec_.processLaunchDate == firstLaunchDate_;
+}
+
+bool QLVXProcess::fillProcessInfoRec()
+{
+    if (infoRec_.processInfoLength == 0) {
+        infoRec_.processInfoLength = sizeof(infoRec_);
+        if (processManager().getProcessInformation(psn_, infoRec_) != ProcessManager::noErr) {
+            infoRec_.processInfoLength = 0;
+        } else if (!firstLaunchDate_) {
+            firstLaunchDate_ = infoRec_.processLaunchDate;
+        }
+    }
+    return infoRec_.processInfoLength != 0;
+}
+
+// --- what the list knows ----------------------------------------------------------------
+
+const std::string* QLVXProcess::name()
+{
+    if (hasName_) {
+        return &name_;
+    }
+    if (isNoProcess()) {
+        name_ = "no process";
+        hasName_ = true;
+        return &name_;
+    }
+    std::array<unsigned char, nameBufferSize> buffer{};
+    infoRec_.processInfoLength = 0;
+    infoRec_.processName = buffer.data();
+    const bool filled = fillProcessInfoRec();
+    infoRec_.processName = nullptr;
+    if (!filled) {
+        return nullptr;
+    }
+    const std::string_view bytes(reinterpret_cast<const char*>(buffer.data() + 1), buffer[0]);
+    if (!TextEncoding::isValidUtf8(bytes)) {
+        return nullptr;
+    }
+    name_.assign(bytes);
+    if (bytes.empty()) {
+        Log::line("couldn't get name for process with PID: " + std::to_string(PID()));
+    }
+    hasName_ = true;
+    return &name_;
+}
+
+std::uint32_t QLVXProcess::type()
+{
+    return fillProcessInfoRec() ? infoRec_.processType : 0;
+}
+
+std::uint32_t QLVXProcess::signature()
+{
+    return fillProcessInfoRec() ? infoRec_.processSignature : 0;
+}
+
+std::uint32_t QLVXProcess::mode()
+{
+    return fillProcessInfoRec() ? infoRec_.processMode : 0;
+}
+
+std::optional<QLVXProcess> QLVXProcess::launcher()
+{
+    if (!fillProcessInfoRec()) {
+        return std::nullopt;
+    }
+    return QLVXProcess(infoRec_.processLauncher);
+}
+
+double QLVXProcess::launchTime()
+{
+    return fillProcessInfoRec() ? infoRec_.processLaunchDate / 60.0 : 0.0;
+}
+
+std::int32_t QLVXProcess::PID() const
+{
+    std::int32_t pid = -1;
+    return processManager().getProcessPID(psn_, pid) == ProcessManager::noErr ? pid : -1;
+}
+
+// --- acting on it -----------------------------------------------------------------------
+
+bool QLVXProcess::makeFrontProcessWithOptions(std::uint32_t options) const
+{
+    return processManager().setFrontProcessWithOptions(psn_, options) == ProcessManager::noErr;
+}
+
+bool QLVXProcess::wakeUpProcess() const
+{
+    return processManager().wakeUpProcess(psn_) == ProcessManager::noErr;
+}
+
+bool QLVXProcess::isHidden() const
+{
+    return !processManager().isProcessVisible(psn_);
+}
+
+std::string QLVXProcess::displayNameForLog()
+{
+    const std::string* processName = name();
+    return processName != nullptr ? *processName : std::string("(null)");
+}
+
+void QLVXProcess::setHidden(bool hidden)
+{
+    const bool wasStopped = isStopped();
+    if (wasStopped && !setStopped(false)) {
+        Log::line(FormatString::fill("could not wake up process \"%@\" (PID %@) for hiding/showing",
+                                     {displayNameForLog(), std::to_string(PID())}));
+        return;
+    }
+    const ProcessManager::OSErr error = processManager().showHideProcess(psn_, !hidden);
+    if (error != ProcessManager::noErr) {
+        Log::line(FormatString::fill(
+            "could not hide/show process \"%@\" (PID %@): error %@",
+            {displayNameForLog(), std::to_string(PID()), std::to_string(error)}));
+        return;
+    }
+    if (!wasStopped) {
+        return;
+    }
+    // The desktop acts on the running process; give it a moment before stopping it again.
+    for (int poll = 0; poll < showHidePolls && isHidden() != hidden; ++poll) {
+        ProcessPlatform::sleep(showHidePollInterval);
+    }
+    setStopped(true);
+}
+
+bool QLVXProcess::quit()
+{
+    if (!isValid()) {
+        return false;
+    }
+    if (isStopped() && !setStopped(false)) {
+        Log::line(FormatString::fill("could not wake up process \"%@\" (PID %@) for quitting",
+                                     {displayNameForLog(), std::to_string(PID())}));
+        return false;
+    }
+    return KRVXAppleEventSender::sendAppleCoreEvent(ProcessManager::kAEQuitApplication, psn_);
+}
+
+bool QLVXProcess::setStopped(bool stopped) const
+{
+    return QLVXProcessSetStopped(PID(), stopped);
+}
+
+bool QLVXProcess::isStopped() const
+{
+    return QLVXProcessIsStopped(PID());
+}
+
+} // namespace vexto
