@@ -2,7 +2,10 @@
 
 #include "platform/LocalDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
+#include "platform/linux/PreferencesFolder.hpp"
+#include "platform/linux/ProcProcessList.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
+#include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
 #include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/PaneEnvironment.hpp"
@@ -14,7 +17,8 @@ namespace vexto {
 class RunLoop;
 
 // The real Linux services the host gives the pane, with a window or without: notifications,
-// the desktop, images, the keyboard layout and global hot keys.
+// the desktop, images, the keyboard layout, global hot keys, the process list, other
+// applications' preferences and assistive access.
 class LinuxPaneServices {
 public:
     LinuxPaneServices() : keyboard_(XkbKeyboardLayout::forDesktop()) {}
@@ -28,6 +32,10 @@ public:
         environment.images = &images_;
         environment.keyboard = keyboard_.get();
         environment.hotKeys = &hotKeys_;
+        environment.processes = &processes_;
+        environment.processSignals = &processes_;
+        environment.foreignPreferences = &preferences_;
+        environment.accessibility = &accessibility_;
         return environment;
     }
 
@@ -37,6 +45,9 @@ private:
     TiffImageDecoder images_;
     std::unique_ptr<XkbKeyboardLayout> keyboard_;
     X11HotKeyRegistrar hotKeys_;
+    ProcProcessList processes_;
+    PreferencesFolder preferences_;
+    X11AccessibilityStatus accessibility_;
 };
 
 } // namespace vexto

@@ -11,7 +11,7 @@
 #include "pane/PaneControlTable.hpp"
 #include "pane/PaneInterfaceBuilder.hpp"
 #include "pane/SettingKeys.hpp"
-#include "pane/SystemVersionChecks.hpp"
+#include "ports/AccessibilityStatus.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "ports/HelpViewer.hpp"
 #include "ports/KeyEventTaps.hpp"
@@ -19,6 +19,10 @@
 #include "ports/Workspace.hpp"
 #include "ports/WorkspaceNotificationCenter.hpp"
 #include "system/DaemonNotifications.hpp"
+#include "system/KRVXRemoteSparkleWrapper.hpp"
+#include "system/ProcessPlatform.hpp"
+#include "system/SystemVersionChecks.hpp"
+#include "system/UserDefaultsExtensions.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorPanel.hpp"
@@ -62,8 +66,26 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
                                                         alert.otherButton,
                                                         mainView_ ? mainView_->window() : nullptr);
                                   }}),
-      daemon_(environment.distributedCenter)
+      daemon_(environment.distributedCenter, environment.runLoop, environment.workspace,
+              DaemonControl::Hooks{[this] { return daemonPath(); },
+                                   [this] {
+                                       updateEnabledStatus();
+                                   }})
 {
+    if (environment.processes != nullptr) {
+        ProcessPlatform::install(environment.processes, environment.processSignals,
+                                 &environment.runLoop);
+    }
+    actions_.on("enable:", [this](const ActionSender&) { enable(); });
+    actions_.on("toggleAutomaticChecking:", [](const ActionSender&) {
+        KRVXRemoteSparkleWrapper::sharedSparkleWrapper().toggleAutomaticChecking();
+    });
+    actions_.on("checkForUpdates:", [](const ActionSender&) {
+        KRVXRemoteSparkleWrapper::sharedSparkleWrapper().checkForUpdates();
+    });
+    actions_.on("visitProductPage:", [](const ActionSender& sender) {
+        KRVXRemoteSparkleWrapper::sharedSparkleWrapper().visitProductPage(sender.view());
+    });
     actions_.on("help:", [this](const ActionSender&) { help(); });
     actions_.on("revert:", [this](const ActionSender&) { revert(); });
     actions_.on("goHome:", [this](const ActionSender&) { goHome(); });
@@ -79,6 +101,8 @@ KRVXPreferencePane::~KRVXPreferencePane()
     environment_.runLoop.cancelPreviousPerformRequests(this);
     if (singleton() == this) {
         singleton() = nullptr;
+        KRVXRemoteSparkleWrapper::sharedSparkleWrapper().disconnect();
+        ProcessPlatform::uninstall();
     }
 }
 
@@ -117,6 +141,7 @@ View* KRVXPreferencePane::loadMainView()
         return nullptr;
     }
     mainViewDidLoad();
+    connectSparkleWrapper();
     hideSpacesControlsOnOlderSystems();
     restoreLastTab();
     adjustFrameForMainView(mainView_.get(), true);
@@ -163,6 +188,37 @@ void KRVXPreferencePane::fillVersionLines()
     outlets_.feedbackTextField->setStringValue(KRVXLocalizedString("Send Feedback"),
                                                KRVXLinkTextField::Link{feedbackLink_},
                                                std::string(product::supportEmailAddress));
+}
+
+void KRVXPreferencePane::connectSparkleWrapper()
+{
+    if (singleton() != this) {
+        return;
+    }
+    KRVXRemoteSparkleWrapper& wrapper = KRVXRemoteSparkleWrapper::sharedSparkleWrapper();
+    KRVXRemoteSparkleWrapper::Context context;
+    context.center = &environment_.distributedCenter;
+    context.preferences = environment_.foreignPreferences;
+    context.workspace = &environment_.workspace;
+    context.isDaemonEnabled = [this] {
+        return isEnabled();
+    };
+    context.updatePreferencePaneFrame = [this] {
+        updatePreferencePaneFrame();
+    };
+    context.currentShortVersionString = [this] {
+        return bundle_.infoString("CFBundleShortVersionString");
+    };
+    context.displayName = [this] {
+        return bundle_.infoString("CFBundleName").value_or("Vexto");
+    };
+    context.localized = [](std::string_view text) {
+        return KRVXLocalizedString(text);
+    };
+    wrapper.connect(std::move(context));
+    wrapper.setOutlets({outlets_.autoUpdateCheckingSwitch, outlets_.checkNowButton,
+                        outlets_.statusTextField, outlets_.statusDateTextField});
+    wrapper.awakeFromNib();
 }
 
 void KRVXPreferencePane::hideSpacesControlsOnOlderSystems()
@@ -226,6 +282,124 @@ void KRVXPreferencePane::willSelect()
         this, WorkspaceNotificationCenter::activeSpaceDidChangeNotification,
         [this] { spaceDidChange(); });
     automaticFirstStart();
+}
+
+// --- the daemon -------------------------------------------------------------------------
+
+namespace {
+
+constexpr const char* updateEnabledStatusSelector = "updateEnabledStatus:";
+constexpr double updateEnabledStatusDelay = 3.0;
+
+} // namespace
+
+void KRVXPreferencePane::automaticFirstStart()
+{
+    const bool enabled = isEnabled();
+    showEnabledState(enabled);
+    const bool access = environment_.accessibility != nullptr &&
+                        environment_.accessibility->isAssistiveAccessEnabled();
+    updateForSpacesAndAssistiveDevicesAccess(access);
+    if (!access || boolForSetting(settingkeys::autoEnabledOnce)) {
+        return;
+    }
+    setBool(true, settingkeys::autoEnabledOnce);
+    if (enabled) {
+        return;
+    }
+    Log::line("auto-launching vextodaemon once...");
+    outlets_.enableButton->performClick();
+}
+
+void KRVXPreferencePane::enable()
+{
+    if (isEnabled()) {
+        daemon_.quitDaemon();
+    } else if (!daemon_.launchDaemon()) {
+        KRVXRunAlertPanel(
+            KRVXLocalizedString("Vexto - Fatal Error"),
+            FormatString::fill(KRVXLocalizedString("Could not launch Vexto Daemon. Please try "
+                                                   "again or send a brief bug report to <%@>. "
+                                                   "Thanks!"),
+                               {std::string(product::supportEmailAddress)}),
+            KRVXLocalizedString("OK"), "", "", mainView_ ? mainView_->window() : nullptr);
+    }
+    updateEnabledStatusSoon();
+}
+
+void KRVXPreferencePane::updateEnabledStatus()
+{
+    environment_.runLoop.cancelPreviousPerformRequests(this, updateEnabledStatusSelector,
+                                                       PerformArgument{});
+    showEnabledState(isEnabled());
+    KRVXRemoteSparkleWrapper::sharedSparkleWrapper().updateControls();
+}
+
+void KRVXPreferencePane::updateEnabledStatusSoon()
+{
+    environment_.runLoop.cancelPreviousPerformRequests(this, updateEnabledStatusSelector,
+                                                       PerformArgument{});
+    environment_.runLoop.performAfterDelay(
+        this, updateEnabledStatusSelector, {}, updateEnabledStatusDelay,
+        RunLoopModes{RunLoopMode::Default}, [this] { updateEnabledStatus(); });
+}
+
+// The button is on while the daemon runs, and its title says what a click will do.
+void KRVXPreferencePane::showEnabledState(bool enabled)
+{
+    Button& button = *outlets_.enableButton;
+    button.setState(enabled ? Button::onState : Button::offState);
+    button.setTitle(KRVXLocalizedString(enabled ? "Disable Vexto" : "Enable Vexto"));
+}
+
+// --- Spaces and assistive access ---------------------------------------------------------
+
+void KRVXPreferencePane::updateForSpacesAndAssistiveDevicesAccess(bool assistiveAccessEnabled)
+{
+    KRVXLinkTextField& banner = *outlets_.warningTextField;
+    if (assistiveAccessEnabled) {
+        banner.setStringValue("");
+    } else {
+        const std::string text = KRVXLocalizedString("Please enable access for assistive devices");
+        if (const auto path = KRVXPreferencePanePath("UniversalAccessPref")) {
+            banner.setStringValue(
+                text, KRVXLinkTextField::Link{*path},
+                KRVXLocalizedString(KRVXSystemIsMountainLionOrNewer()
+                                        ? "Open the \"Accessibility\" preference pane"
+                                        : "Open the \"Universal Access\" preference pane"));
+        } else {
+            banner.setStringValue(text);
+        }
+    }
+    banner.unhover();
+
+    const PaneOutlets& o = outlets_;
+    const bool spaces = KRVXSystemIsSnowLeopardOrNewer() &&
+                        environment_.foreignPreferences != nullptr &&
+                        areSpacesEnabled(*environment_.foreignPreferences);
+    if (!spaces) {
+        o.switchAcrossSpacesButton->setState(Button::offState);
+        o.switchAcrossSpacesButton->setEnabled(false);
+        o.showSpaceBadgesButton->setState(Button::offState);
+        o.showSpaceBadgesButton->setEnabled(false);
+        o.spaceBadgeColorWell->setEnabled(false);
+        return;
+    }
+    setDefaultBool(settings(), true, settingkeys::switchAcrossSpaces);
+    const bool across = initializeSwitch(o.switchAcrossSpacesButton, settings(), false);
+    o.switchAcrossSpacesButton->setEnabled(true);
+    if (KRVXDumbDownSpacesSupport()) {
+        o.showSpaceBadgesButton->setAllowsMixedState(false);
+    }
+    int badges = Button::offState;
+    if (across && boolForSetting(settingkeys::alwaysShowSpaceBadges)) {
+        badges = KRVXDumbDownSpacesSupport() || !boolForSetting(settingkeys::hideCurrentSpaceBadges)
+                     ? Button::onState
+                     : Button::mixedState;
+    }
+    o.showSpaceBadgesButton->setState(badges);
+    o.showSpaceBadgesButton->setEnabled(across);
+    o.spaceBadgeColorWell->setEnabled(across);
 }
 
 void KRVXPreferencePane::didSelect()

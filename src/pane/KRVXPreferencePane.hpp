@@ -122,6 +122,14 @@ public:
     // --- the daemon ---
     DaemonControl& daemonControl() { return daemon_; }
     void updateDaemon() { daemon_.updateDaemon(); }
+    bool isEnabled() { return daemon_.isEnabled(); }
+    // The Enable button: stops a running daemon, starts one otherwise.
+    void enable();
+    // Shows whether the daemon runs, on the Enable button and the update controls.
+    void updateEnabledStatus();
+    void updateEnabledStatusSoon();
+    // The banner asking for assistive access, and the Spaces controls.
+    void updateForSpacesAndAssistiveDevicesAccess(bool assistiveAccessEnabled);
 
     // --- target of the interface's actions, delegate of its menus and text fields ---
     bool respondsToSelector(std::string_view selector) const override
@@ -180,11 +188,10 @@ public:
     bool KRVXTapKeyEvent(const Event& event);
 
 private:
-    // Subsystems that are still to come: automatic first start, and the Spaces and access
-    // status. They do nothing yet.
-    void automaticFirstStart() {}
-    void updateEnabledStatus() {}
-    void updateEnabledStatusSoon() {}
+    // Starts the daemon once per settings file, as soon as the system lets it watch the keyboard.
+    void automaticFirstStart();
+    void showEnabledState(bool enabled);
+    void connectSparkleWrapper();
 
     Bundle bundle_;
     PaneEnvironment environment_;

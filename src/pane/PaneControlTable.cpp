@@ -2,7 +2,7 @@
 
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/SettingKeys.hpp"
-#include "pane/SystemVersionChecks.hpp"
+#include "system/SystemVersionChecks.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
@@ -136,6 +136,7 @@ const PaneControl table[] = {
     {OUTLET(checkNowButton), "about", K::PushButton},
     {OUTLET(statusTextField), "about", K::Label},
     {OUTLET(statusDateTextField), "about", K::Label},
+    {OUTLET(productPageButton), "about", K::PushButton},
     {OUTLET(aboutTextField), "about", K::Label},
     {OUTLET(feedbackTextField), "about", K::Label},
 };

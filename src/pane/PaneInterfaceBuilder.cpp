@@ -1,5 +1,6 @@
 #include "pane/PaneInterfaceBuilder.hpp"
 
+#include "foundation/ProductInfo.hpp"
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/PaneControlTable.hpp"
@@ -380,10 +381,12 @@ void buildAbout(Page& page, PaneOutlets& o)
     double y = page.nextRow();
     auto updates = std::make_shared<Button>(Rect{}, Button::Kind::CheckBox);
     updates->setTitle(page.localized()("Check for updates automatically"));
+    updates->setTarget(page.target());
     updates->setAction("toggleAutomaticChecking:");
     o.autoUpdateCheckingSwitch = page.place(updates, controlFrame(y, 300, leftMargin));
     auto checkNow = std::make_shared<Button>();
     checkNow->setTitle(page.localized()("Check Now"));
+    checkNow->setTarget(page.target());
     checkNow->setAction("checkForUpdates:");
     o.checkNowButton = page.place(checkNow, controlFrame(y, 140, leftMargin + 320));
     y = page.nextRow();
@@ -396,6 +399,13 @@ void buildAbout(Page& page, PaneOutlets& o)
     y = page.nextRow();
     o.feedbackTextField =
         page.place(std::make_shared<KRVXLinkTextField>(), controlFrame(y, 400, leftMargin));
+    y = page.nextRow();
+    auto productPage = std::make_shared<Button>();
+    productPage->setTitle(page.localized()("Visit the Vexto Website"));
+    productPage->setTarget(page.target());
+    productPage->setAction("visitProductPage:");
+    productPage->setToolTip(std::string(product::homePageAddress));
+    o.productPageButton = page.place(productPage, controlFrame(y, 220, leftMargin));
 }
 
 } // namespace

@@ -104,6 +104,7 @@ struct PaneOutlets {
     Button* checkNowButton = nullptr;
     TextField* statusTextField = nullptr;
     TextField* statusDateTextField = nullptr;
+    Button* productPageButton = nullptr; // its tool tip is the address it opens
 };
 
 } // namespace vexto

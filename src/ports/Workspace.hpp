@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace vexto {
@@ -9,6 +10,11 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
     virtual bool openURL(const std::string& url) = 0;
+    // Opens a file with the given application, or a bundle with its own executable when no
+    // application is given. False when it could not be started; without `deactivate` the
+    // caller stays in front.
+    virtual bool openFile(const std::string& path, const std::optional<std::string>& application,
+                          bool deactivate) = 0;
 };
 
 } // namespace vexto

@@ -1,9 +1,108 @@
 #include "system/DaemonControl.hpp"
 
+#include "foundation/Log.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
+#include "ports/RunLoop.hpp"
+#include "ports/Workspace.hpp"
 #include "system/DaemonNotifications.hpp"
+#include "system/QLVXProcess.hpp"
 
 namespace vexto {
+
+namespace {
+
+constexpr const char* relaunchSelector = "relaunchDaemon";
+
+bool& singletonRestartDaemonOnce()
+{
+    static bool considered = false;
+    return considered;
+}
+
+} // namespace
+
+DaemonControl::DaemonControl(DistributedNotificationCenter& center, RunLoop& runLoop,
+                             Workspace& workspace, Hooks hooks)
+    : center_(center), runLoop_(runLoop), workspace_(workspace), hooks_(std::move(hooks))
+{}
+
+DaemonControl::~DaemonControl()
+{
+    runLoop_.cancelPreviousPerformRequests(this);
+}
+
+void DaemonControl::resetRestartOnceForTesting()
+{
+    singletonRestartDaemonOnce() = false;
+}
+
+bool DaemonControl::launchDaemon()
+{
+    const std::string path = hooks_.daemonPath ? hooks_.daemonPath() : std::string();
+    for (int attempt = 0; attempt < launchAttempts; ++attempt) {
+        if (workspace_.openFile(path, std::nullopt, false)) {
+            return true;
+        }
+        runLoop_.sleep(launchRetryDelay);
+    }
+    return false;
+}
+
+void DaemonControl::scheduleRelaunch()
+{
+    relaunching_ = true;
+    runLoop_.cancelPreviousPerformRequests(this, relaunchSelector, PerformArgument{});
+    runLoop_.performAfterDelay(this, relaunchSelector, {}, relaunchPollDelay,
+                               RunLoopModes{RunLoopMode::Default}, [this] { relaunchDaemon(); });
+}
+
+void DaemonControl::relaunchDaemon()
+{
+    if (QLVXProcess::firstProcessNamed(daemonProcessName) != nullptr) {
+        scheduleRelaunch();
+        Log::line("waiting for vextodaemon to quit...");
+        return;
+    }
+    relaunching_ = false;
+    if (!launchDaemon()) {
+        if (hooks_.updateEnabledStatus) {
+            hooks_.updateEnabledStatus();
+        }
+        Log::line("could not restart vextodaemon");
+        return;
+    }
+    Log::line("restarting vextodaemon...");
+}
+
+bool DaemonControl::isEnabled()
+{
+    if (singletonRestartDaemonOnce()) {
+        if (relaunching_) {
+            return true;
+        }
+        QLVXProcess* daemon = QLVXProcess::firstProcessNamed(daemonProcessName);
+        return daemon != nullptr && daemon->isValid();
+    }
+    singletonRestartDaemonOnce() = true;
+    std::vector<QLVXProcess> daemons = QLVXProcess::everyProcessNamed(daemonProcessName);
+    for (QLVXProcess& daemon : daemons) {
+        if (!daemon.isValid()) {
+            continue;
+        }
+        for (QLVXProcess& each : daemons) {
+            each.quit();
+        }
+        scheduleRelaunch();
+        return true;
+    }
+    return false;
+}
+
+void DaemonControl::quitDaemon()
+{
+    namespace names = daemonnotifications;
+    center_.post(names::named(names::quitDaemon), std::nullopt);
+}
 
 void DaemonControl::updateDaemon()
 {

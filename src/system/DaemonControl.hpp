@@ -1,25 +1,67 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 namespace vexto {
 
 class DistributedNotificationCenter;
+class RunLoop;
+class Workspace;
 
-// Talks to the daemon. For now: telling it to reread the settings after a save, with a sample
-// panel when the change altered the panel's look.
+// Finds, launches, restarts and stops the daemon, and tells it to reread the settings.
 class DaemonControl {
 public:
-    explicit DaemonControl(DistributedNotificationCenter& center) : center_(center) {}
+    static constexpr std::string_view daemonProcessName = "vextodaemon";
+    static constexpr int launchAttempts = 10;
+    static constexpr double launchRetryDelay = 1.0;
+    static constexpr double relaunchPollDelay = 1.0;
+
+    struct Hooks {
+        // The daemon bundle among the pane's resources, looked up afresh each time.
+        std::function<std::string()> daemonPath;
+        // Refreshes what the pane shows of the daemon's state.
+        std::function<void()> updateEnabledStatus;
+    };
+
+    DaemonControl(DistributedNotificationCenter& center, RunLoop& runLoop, Workspace& workspace,
+                  Hooks hooks);
+    ~DaemonControl();
+    DaemonControl(const DaemonControl&) = delete;
+    DaemonControl& operator=(const DaemonControl&) = delete;
+
+    // Opens the daemon bundle, trying up to ten times a second apart (this blocks).
+    bool launchDaemon();
+    // Waits, a second at a time and for as long as it takes, until no daemon runs, then launches
+    // one.
+    void relaunchDaemon();
+    // Whether a daemon runs. The first answer in a process also replaces a running daemon (one
+    // left from an older installation, say) with this bundle's: every instance is told to quit
+    // and a new one is started once they are gone. Until then the daemon counts as running,
+    // however quickly the old one went.
+    bool isEnabled();
+    // Asks the daemon to quit; it does so by itself.
+    void quitDaemon();
 
     // Set by changes of the panel's look; the next update carries "Dummy" and clears it.
     bool updateDaemonWithDummyDisplay() const { return dummyDisplay_; }
     void setUpdateDaemonWithDummyDisplay(bool dummy) { dummyDisplay_ = dummy; }
-
     // Posts ": Update Daemon" (object "Dummy" when a sample panel was asked for).
     void updateDaemon();
 
+    // The restart at the first look happens once per process; tests start each process anew.
+    static void resetRestartOnceForTesting();
+
 private:
+    void scheduleRelaunch();
+
     DistributedNotificationCenter& center_;
+    RunLoop& runLoop_;
+    Workspace& workspace_;
+    Hooks hooks_;
     bool dummyDisplay_ = false;
+    bool relaunching_ = false;
 };
 
 } // namespace vexto

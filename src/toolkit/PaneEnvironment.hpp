@@ -2,13 +2,17 @@
 
 namespace vexto {
 
+class AccessibilityStatus;
 class DistributedNotificationCenter;
+class ForeignPreferences;
 class FontCatalog;
 class HelpViewer;
 class HotKeyRegistrar;
 class KeyEventTaps;
 class KeyboardLayout;
 class ImageDecoder;
+class ProcessManager;
+class ProcessSignals;
 class RunLoop;
 class Workspace;
 class WorkspaceNotificationCenter;
@@ -25,6 +29,10 @@ struct PaneEnvironment {
     const KeyboardLayout* keyboard = nullptr; // none: keys without a name have no label
     HotKeyRegistrar* hotKeys = nullptr;       // none: every free combination is accepted
     KeyEventTaps* keyTaps = nullptr;          // none: Tab reaches recording fields as it can
+    ProcessManager* processes = nullptr;      // none: no process, so no daemon, is ever found
+    ProcessSignals* processSignals = nullptr; // none: no process can be stopped or continued
+    ForeignPreferences* foreignPreferences = nullptr; // none: other applications say nothing
+    AccessibilityStatus* accessibility = nullptr;     // none: assistive access is off
 };
 
 } // namespace vexto

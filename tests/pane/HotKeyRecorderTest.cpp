@@ -4,6 +4,7 @@
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "hotkeys/KeyLabels.hpp"
+#include "platform/fake/FakeAlerts.hpp"
 #include "ports/HotKeyRegistrar.hpp"
 #include "toolkit/Window.hpp"
 
@@ -16,16 +17,6 @@ constexpr std::uint16_t tabKey = 48;
 constexpr std::uint16_t spaceKey = 49;
 constexpr std::uint16_t escapeKey = 53;
 constexpr std::uint16_t f5Key = 96;
-
-struct Answers : Alerts {
-    int answer = defaultReturn;
-    std::vector<AlertRequest> shown;
-    int runModal(const AlertRequest& request) override
-    {
-        shown.push_back(request);
-        return answer;
-    }
-};
 
 struct FreeKeys : HotKeyRegistrar {
     bool registerHotKey(std::uint16_t, std::uint32_t, std::uint32_t) override { return true; }
@@ -66,7 +57,7 @@ protected:
                    : nullptr;
     }
 
-    Answers answers;
+    FakeAlerts answers;
     Window paneWindow{Rect(0, 0, 668, 700)};
     std::vector<std::string> logged;
 };

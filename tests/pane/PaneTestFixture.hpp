@@ -5,11 +5,15 @@
 #include "foundation/PropertyListCodec.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/SettingKeys.hpp"
+#include "platform/fake/FakeAccessibilityStatus.hpp"
 #include "platform/fake/FakeDesktop.hpp"
 #include "platform/fake/FakeDistributedNotificationCenter.hpp"
+#include "platform/fake/FakeForeignPreferences.hpp"
 #include "platform/fake/FakeKeyEventTaps.hpp"
+#include "platform/fake/FakeProcessList.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
 #include "ports/SystemVersion.hpp"
+#include "system/DaemonControl.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/ColorPanel.hpp"
 
@@ -30,6 +34,12 @@ protected:
         ColorPanel::resetForTesting();
         SystemVersion::reset();
         KRVXPreferencePane::resetSingletonForTesting();
+        DaemonControl::resetRestartOnceForTesting();
+        // Opening the daemon bundle starts a daemon that quits when asked.
+        desktop.openFileHandler = [this](const std::string&) {
+            processes.add({.pid = nextDaemonPID++, .name = "vextodaemon", .quitsWhenAsked = true});
+            return true;
+        };
         HomeDirectory::setOverride(home.path());
         std::filesystem::create_directories(resources());
         std::filesystem::create_directories(resources() + "/vextodaemon.app/Contents");
@@ -81,6 +91,10 @@ protected:
     {
         PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
         environment.keyTaps = &keyTaps;
+        environment.processes = &processes;
+        environment.processSignals = &processes;
+        environment.foreignPreferences = &preferences;
+        environment.accessibility = &accessibility;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -88,14 +102,15 @@ protected:
 
     const PaneOutlets& o() const { return pane->outlets(); }
 
-    std::size_t daemonUpdates() const
+    std::size_t postedCount(std::string_view suffix) const
     {
         std::size_t count = 0;
         for (const auto& posted : center.posted()) {
-            count += posted.name == "app.vexto.preferences: Update Daemon";
+            count += posted.name == "app.vexto.preferences" + std::string(suffix);
         }
         return count;
     }
+    std::size_t daemonUpdates() const { return postedCount(": Update Daemon"); }
 
     TemporaryFolder home;
     TemporaryFolder bundleFolder;
@@ -103,6 +118,10 @@ protected:
     FakeDistributedNotificationCenter center;
     FakeDesktop desktop;
     FakeKeyEventTaps keyTaps;
+    FakeProcessList processes;
+    FakeForeignPreferences preferences;
+    FakeAccessibilityStatus accessibility;
+    int nextDaemonPID = 500;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
 };

@@ -1,6 +1,6 @@
 #include "ports/SystemVersion.hpp"
 
-#include "pane/SystemVersionChecks.hpp"
+#include "system/SystemVersionChecks.hpp"
 
 #include <gtest/gtest.h>
 

@@ -22,6 +22,15 @@ public:
         return true;
     }
 
+    bool openFile(const std::string& path, const std::optional<std::string>& application,
+                  bool deactivate) override
+    {
+        openedFiles.push_back(path);
+        (void)application;
+        (void)deactivate;
+        return openFileHandler ? openFileHandler(path) : false;
+    }
+
     int registerHelpBook(const std::string& location) override
     {
         registeredHelpBooks.push_back(location);
@@ -33,6 +42,9 @@ public:
     }
 
     std::vector<std::string> openedURLs;
+    std::vector<std::string> openedFiles;
+    // Plays the system's part in opening a file: false when it cannot be opened.
+    std::function<bool(const std::string&)> openFileHandler;
     std::vector<std::string> registeredHelpBooks;
     std::vector<std::string> helpPagesShown;
     int helpRegistrationResult = 0;

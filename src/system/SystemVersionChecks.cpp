@@ -1,4 +1,4 @@
-#include "pane/SystemVersionChecks.hpp"
+#include "system/SystemVersionChecks.hpp"
 
 #include "ports/SystemVersion.hpp"
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ports/AccessibilityStatus.hpp"
+
+namespace vexto {
+
+// Assistive access as the test sets it.
+class FakeAccessibilityStatus final : public AccessibilityStatus {
+public:
+    bool isAssistiveAccessEnabled() override { return enabled; }
+    bool enabled = false; // off until the test grants it
+};
+
+} // namespace vexto

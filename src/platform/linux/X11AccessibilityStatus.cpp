@@ -1,0 +1,22 @@
+#include "platform/linux/X11AccessibilityStatus.hpp"
+
+#include <X11/Xlib.h>
+#include <cstdlib>
+
+namespace vexto {
+
+bool X11AccessibilityStatus::isAssistiveAccessEnabled()
+{
+    const char* name = std::getenv("DISPLAY");
+    if (name == nullptr || *name == '\0') {
+        return false;
+    }
+    Display* display = XOpenDisplay(name);
+    if (display == nullptr) {
+        return false;
+    }
+    XCloseDisplay(display);
+    return true;
+}
+
+} // namespace vexto
