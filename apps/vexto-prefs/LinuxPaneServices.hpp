@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/LocalDistributedNotificationCenter.hpp"
+#include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
@@ -21,7 +21,10 @@ class RunLoop;
 // applications' preferences and assistive access.
 class LinuxPaneServices {
 public:
-    LinuxPaneServices() : keyboard_(XkbKeyboardLayout::forDesktop()) {}
+    // Notifications from other processes arrive through the front's run loop.
+    explicit LinuxPaneServices(DescriptorWatcher& loop)
+        : center_(loop), keyboard_(XkbKeyboardLayout::forDesktop())
+    {}
     LinuxPaneServices(const LinuxPaneServices&) = delete;
     LinuxPaneServices& operator=(const LinuxPaneServices&) = delete;
 
@@ -40,7 +43,7 @@ public:
     }
 
 private:
-    LocalDistributedNotificationCenter center_;
+    DBusDistributedNotificationCenter center_;
     LinuxDesktop desktop_;
     TiffImageDecoder images_;
     std::unique_ptr<XkbKeyboardLayout> keyboard_;

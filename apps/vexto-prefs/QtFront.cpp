@@ -103,9 +103,10 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     const bool scripted = options->script || options->screenshotFolder;
     Application::shared().setAlerts(scripted ? static_cast<Alerts*>(&scriptedAlerts) : &qtAlerts);
     QtKeyEventTaps keyTaps;
-    LinuxPaneServices services;
+    LinuxPaneServices services(loop);
     PaneEnvironment environment = services.environment(loop);
     environment.keyTaps = &keyTaps;
+    environment.drawingOnly = options->screenshotFolder.has_value();
     std::optional<ScratchHome> scratchHome;
     if (options->screenshotFolder && !scratchHome.emplace().ready()) {
         std::cerr << "vexto-prefs: cannot copy the settings to a temporary folder to draw them\n";

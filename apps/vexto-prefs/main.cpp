@@ -23,7 +23,7 @@ int runHeadless(const HostRun::Options& options)
     PollRunLoop loop;
     ScriptedAlerts alerts;
     Application::shared().setAlerts(&alerts);
-    LinuxPaneServices services;
+    LinuxPaneServices services(loop);
     const PaneEnvironment environment = services.environment(loop);
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {

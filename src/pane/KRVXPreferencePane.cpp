@@ -72,6 +72,7 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
                                        updateEnabledStatus();
                                    }})
 {
+    daemon_.setLooksOnly(environment.drawingOnly);
     if (environment.processes != nullptr) {
         ProcessPlatform::install(environment.processes, environment.processSignals,
                                  &environment.runLoop);
@@ -300,7 +301,7 @@ void KRVXPreferencePane::automaticFirstStart()
     const bool access = environment_.accessibility != nullptr &&
                         environment_.accessibility->isAssistiveAccessEnabled();
     updateForSpacesAndAssistiveDevicesAccess(access);
-    if (!access || boolForSetting(settingkeys::autoEnabledOnce)) {
+    if (!access || environment_.drawingOnly || boolForSetting(settingkeys::autoEnabledOnce)) {
         return;
     }
     setBool(true, settingkeys::autoEnabledOnce);

@@ -58,6 +58,24 @@ void QtRunLoop::runFor(double seconds)
     loop.exec();
 }
 
+void QtRunLoop::watchDescriptor(int fd, std::function<void()> ready)
+{
+    auto notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated,
+                     [ready = std::move(ready)] { ready(); });
+    notifiers_[fd] = std::move(notifier);
+}
+
+void QtRunLoop::unwatchDescriptor(int fd)
+{
+    const auto found = notifiers_.find(fd);
+    if (found != notifiers_.end()) {
+        // It may be the notifier whose signal is being served.
+        found->second.release()->deleteLater();
+        notifiers_.erase(found);
+    }
+}
+
 void QtRunLoop::fireDue()
 {
     while (auto action = queue_.takeDue(now(), RunLoopMode::Default)) {

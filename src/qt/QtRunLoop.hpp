@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/DescriptorWatcher.hpp"
 #include "platform/QueuedRunLoop.hpp"
 
+#include <QSocketNotifier>
 #include <QTimer>
+
+#include <map>
+#include <memory>
 
 namespace vexto {
 
 // The run loop of a Qt host: delayed performs fire from Qt's own event loop, through one timer
 // set to the next due time. Qt has no tracking or modal-panel modes of its own, so everything
 // fires in the default mode.
-class QtRunLoop final : public QueuedRunLoop {
+class QtRunLoop final : public QueuedRunLoop, public DescriptorWatcher {
 public:
     QtRunLoop();
 
@@ -23,11 +28,16 @@ public:
     // Runs Qt's event loop for that long.
     void runFor(double seconds) override;
 
+    // Watched through Qt's own event loop, one socket notifier per descriptor.
+    void watchDescriptor(int fd, std::function<void()> ready) override;
+    void unwatchDescriptor(int fd) override;
+
 private:
     void fireDue();
     void reschedule();
 
     QTimer timer_;
+    std::map<int, std::unique_ptr<QSocketNotifier>> notifiers_;
 };
 
 } // namespace vexto

@@ -76,7 +76,7 @@ void DaemonControl::relaunchDaemon()
 
 bool DaemonControl::isEnabled()
 {
-    if (singletonRestartDaemonOnce()) {
+    if (singletonRestartDaemonOnce() || looksOnly_) {
         if (relaunching_) {
             return true;
         }

@@ -41,6 +41,8 @@ public:
     // and a new one is started once they are gone. Until then the daemon counts as running,
     // however quickly the old one went.
     bool isEnabled();
+    // While only looking, the daemon is never restarted: the pane is drawn, not used.
+    void setLooksOnly(bool looksOnly) { looksOnly_ = looksOnly; }
     // Asks the daemon to quit; it does so by itself.
     void quitDaemon();
 
@@ -62,6 +64,7 @@ private:
     Hooks hooks_;
     bool dummyDisplay_ = false;
     bool relaunching_ = false;
+    bool looksOnly_ = false;
 };
 
 } // namespace vexto

@@ -33,6 +33,8 @@ struct PaneEnvironment {
     ProcessSignals* processSignals = nullptr; // none: no process can be stopped or continued
     ForeignPreferences* foreignPreferences = nullptr; // none: other applications say nothing
     AccessibilityStatus* accessibility = nullptr;     // none: assistive access is off
+    // The pane is shown only to be drawn: it shows what it would, and starts nothing.
+    bool drawingOnly = false;
 };
 
 } // namespace vexto

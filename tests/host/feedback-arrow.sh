@@ -4,6 +4,8 @@
 # text beside it opens nothing.
 #   feedback-arrow.sh HOST BUNDLE
 set -u
+# Its own session bus and no display: nothing reaches the desktop the tests run in.
+unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -19,7 +21,7 @@ print-control feedbackTextField
 click feedbackTextField
 wait 0.5
 SCRIPT
-HOME=$work/home PATH=$work/bin:$PATH "$host" --headless --pane "$bundle" \
+HOME=$work/home PATH=$work/bin:$PATH dbus-run-session -- "$host" --headless --pane "$bundle" \
     --script "$work/script.vexto" >"$work/out" 2>"$work/err" || { cat "$work/err"; exit 1; }
 grep -q '"class":"KRVXLinkTextField"' "$work/out" || { echo "not a link field:"; cat "$work/out"; exit 1; }
 grep -q '"link":"mailto:support@vexto.app?subject=Vexto%203.1%20(310/' "$work/out" ||

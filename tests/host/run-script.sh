@@ -3,10 +3,12 @@
 # prints with the expected output and exit status.
 #   run-script.sh HOST BUNDLE SCRIPT EXPECTED_OUTPUT EXPECTED_STATUS [CHECK_FILE_PATTERN]
 set -u
+# Its own session bus and no display: nothing reaches the desktop the tests run in.
+unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2 script=$3 expected=$4 status=$5 saved=${6:-}
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-HOME=$home "$host" --headless --pane "$bundle" --script "$script" >"$home/out" 2>"$home/err"
+HOME=$home dbus-run-session -- "$host" --headless --pane "$bundle" --script "$script" >"$home/out" 2>"$home/err"
 actual=$?
 if [ "$actual" -ne "$status" ]; then
     echo "exit status $actual, expected $status"; cat "$home/err"; exit 1

@@ -4,6 +4,8 @@
 # with no temporary home left behind.
 #   screenshots.sh HOST BUNDLE PNG-CHECKER
 set -u
+# Its own session bus and no display: nothing reaches the desktop the tests run in.
+unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2 checker=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -19,7 +21,7 @@ cat >"$folder/Settings.plist" <<'PLIST'
 </plist>
 PLIST
 cp "$folder/Settings.plist" "$work/before"
-HOME=$work/home TMPDIR=$work/tmp "$host" --pane "$bundle" --screenshot "$work/shots" \
+HOME=$work/home TMPDIR=$work/tmp dbus-run-session -- "$host" --pane "$bundle" --screenshot "$work/shots" \
     >"$work/out" 2>"$work/err" || { cat "$work/err"; exit 1; }
 for tab in triggers panel appearance windows about; do
     test -f "$work/shots/$tab.png" || { echo "no picture of $tab"; exit 1; }

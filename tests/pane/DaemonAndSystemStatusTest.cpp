@@ -97,6 +97,20 @@ TEST_F(DaemonAndSystemStatusTest, ADaemonFromBeforeIsReplacedAndTheFirstStartNot
     EXPECT_EQ(processes.quitRequests.size(), 2u);
 }
 
+TEST_F(DaemonAndSystemStatusTest, APaneShownOnlyToBeDrawnStartsAndStopsNothing)
+{
+    processes.add({.pid = 20, .name = "vextodaemon", .quitsWhenAsked = true});
+    accessibility.enabled = true;
+    drawingOnly = true;
+    open();
+    EXPECT_TRUE(processes.quitRequests.empty());
+    EXPECT_EQ(o().enableButton->state(), Button::onState);
+    processes.remove(20);
+    open();
+    EXPECT_TRUE(desktop.openedFiles.empty());
+    EXPECT_FALSE(savedBool(keys::autoEnabledOnce));
+}
+
 TEST_F(DaemonAndSystemStatusTest, TheEnableButtonStartsAndStopsTheDaemon)
 {
     open();

@@ -95,6 +95,7 @@ protected:
         environment.processSignals = &processes;
         environment.foreignPreferences = &preferences;
         environment.accessibility = &accessibility;
+        environment.drawingOnly = drawingOnly;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -122,6 +123,7 @@ protected:
     FakeForeignPreferences preferences;
     FakeAccessibilityStatus accessibility;
     int nextDaemonPID = 500;
+    bool drawingOnly = false;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
 };

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <cmath>
 #include <ctime>
+#include <poll.h>
+#include <vector>
 
 namespace vexto {
 
@@ -38,7 +40,45 @@ void PollRunLoop::runFor(double seconds)
             return;
         }
         const double next = queue_.nextDueTime(RunLoopMode::Default).value_or(end);
-        sleep(std::min(next, end) - current);
+        waitForDescriptors(std::min(next, end) - current);
+    }
+}
+
+void PollRunLoop::watchDescriptor(int fd, std::function<void()> ready)
+{
+    watched_[fd] = std::move(ready);
+}
+
+void PollRunLoop::unwatchDescriptor(int fd)
+{
+    watched_.erase(fd);
+}
+
+void PollRunLoop::waitForDescriptors(double seconds)
+{
+    if (watched_.empty()) {
+        sleep(seconds);
+        return;
+    }
+    std::vector<pollfd> descriptors;
+    for (const auto& [fd, ready] : watched_) {
+        descriptors.push_back(pollfd{fd, POLLIN, 0});
+    }
+    // Rounded up, so that a perform due in less than a millisecond is not polled for in a loop.
+    const int milliseconds = static_cast<int>(std::ceil(std::max(seconds, 0.0) * 1000.0));
+    if (::poll(descriptors.data(), descriptors.size(), milliseconds) <= 0) {
+        return;
+    }
+    for (const pollfd& descriptor : descriptors) {
+        if (descriptor.revents == 0) {
+            continue;
+        }
+        // A handler may unwatch others (or itself) while they are served.
+        const auto found = watched_.find(descriptor.fd);
+        if (found != watched_.end()) {
+            auto ready = found->second;
+            ready();
+        }
     }
 }
 

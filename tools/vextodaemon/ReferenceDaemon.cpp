@@ -1,0 +1,205 @@
+#include "ReferenceDaemon.hpp"
+
+#include "foundation/Bundle.hpp"
+#include "foundation/FileSystem.hpp"
+#include "foundation/HomeDirectory.hpp"
+#include "foundation/Log.hpp"
+#include "foundation/ProductInfo.hpp"
+#include "foundation/PropertyListCodec.hpp"
+#include "ports/DistributedNotificationCenter.hpp"
+#include "system/DaemonNotifications.hpp"
+#include "system/KRVXRemoteSparkleWrapper.hpp"
+
+#include <ctime>
+
+namespace vexto {
+
+namespace {
+
+namespace names = daemonnotifications;
+using Wrapper = KRVXRemoteSparkleWrapper;
+
+std::string settingsPath()
+{
+    return HomeDirectory::expandTilde(
+        FileSystem::join(FileSystem::join(std::string(product::applicationSupportFolder),
+                                          std::string(product::productFolderName)),
+                         std::string(product::settingsFileName)));
+}
+
+// The next number of a dotted version, and the rest after it.
+long takeNumber(std::string& rest)
+{
+    const auto dot = rest.find('.');
+    const std::string part = rest.substr(0, dot);
+    rest = dot == std::string::npos ? std::string() : rest.substr(dot + 1);
+    long value = 0;
+    for (char digit : part) {
+        if (digit < '0' || digit > '9' || value > 100000000) {
+            break;
+        }
+        value = value * 10 + (digit - '0');
+    }
+    return value;
+}
+
+} // namespace
+
+ReferenceDaemon::ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath)
+    : center_(center), bundlePath_(std::move(bundlePath))
+{}
+
+ReferenceDaemon::~ReferenceDaemon()
+{
+    center_.removeObserver(this);
+}
+
+std::string ReferenceDaemon::feedPath()
+{
+    return HomeDirectory::expandTilde(
+        FileSystem::join(FileSystem::join(std::string(product::applicationSupportFolder),
+                                          std::string(product::productFolderName)),
+                         "UpdateFeed.plist"));
+}
+
+std::string ReferenceDaemon::defaultsPath()
+{
+    return HomeDirectory::expandTilde("~/Library/Preferences/" +
+                                      std::string(product::bundleIdentifier) + ".plist");
+}
+
+int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
+{
+    std::string a = first;
+    std::string b = second;
+    while (!a.empty() || !b.empty()) {
+        const long left = takeNumber(a);
+        const long right = takeNumber(b);
+        if (left != right) {
+            return left < right ? -1 : 1;
+        }
+    }
+    return 0;
+}
+
+void ReferenceDaemon::start()
+{
+    running_ = true;
+    center_.addObserver(
+        this, names::named(names::updateDaemon),
+        [this](const auto&, const std::optional<std::string>& object) { updateDaemon(object); },
+        true);
+    center_.addObserver(
+        this, names::named(names::quitDaemon),
+        [this](const auto&, const auto&) { quit("the pane asked"); }, true);
+    center_.addObserver(
+        this, names::named(names::prefPaneToDaemonSparkleInstruction),
+        [this](const auto&, const std::optional<std::string>& object) {
+            followInstruction(object);
+        },
+        true);
+    Log::line("vextodaemon " + currentShortVersion() + " started; it cycles no windows");
+    center_.post(names::named(names::updatePane), std::nullopt);
+}
+
+void ReferenceDaemon::quit(const std::string& reason)
+{
+    if (!running_) {
+        return;
+    }
+    running_ = false;
+    center_.removeObserver(this);
+    Log::line("vextodaemon quits: " + reason);
+}
+
+void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
+{
+    const std::string path = settingsPath();
+    const auto read = PropertyListCodec::readFile(path);
+    const PlistDictionary* settings = read.value ? read.value->asDictionary() : nullptr;
+    if (settings == nullptr) {
+        Log::line("could not read " + path + ": " +
+                  (read.error.empty() ? std::string("not a dictionary") : read.error));
+    } else {
+        Log::line("read " + std::to_string(settings->size()) + " settings from " + path);
+    }
+    if (object == names::dummyObject) {
+        Log::line("a sample panel is due");
+    }
+}
+
+void ReferenceDaemon::followInstruction(const std::optional<std::string>& object)
+{
+    if (object == Wrapper::toggleAutomaticChecksInstruction) {
+        toggleAutomaticChecks();
+    } else if (object == Wrapper::checkNowInstruction) {
+        checkNow();
+    } else {
+        return;
+    }
+    center_.post(names::named(names::daemonToPrefPaneSparkleInstruction),
+                 std::string(Wrapper::invalidateUpdateVersionInstruction));
+}
+
+void ReferenceDaemon::toggleAutomaticChecks()
+{
+    PlistDictionary defaults = readDefaults();
+    const std::string key(Wrapper::automaticChecksKey);
+    const auto found = defaults.find(key);
+    const bool was = found == defaults.end() || found->second.boolValue().value_or(true);
+    defaults[key] = PlistValue(!was);
+    if (writeDefaults(defaults)) {
+        Log::line(std::string("automatic update checks ") + (was ? "off" : "on"));
+    }
+}
+
+void ReferenceDaemon::checkNow()
+{
+    const std::string current = currentShortVersion();
+    std::string newer;
+    const auto feed = PropertyListCodec::readFile(feedPath());
+    const PlistDictionary* fields = feed.value ? feed.value->asDictionary() : nullptr;
+    const auto latest =
+        fields != nullptr ? fields->find("Latest Version") : PlistDictionary::const_iterator{};
+    if (fields != nullptr && latest != fields->end() && latest->second.asString() != nullptr &&
+        compareVersions(*latest->second.asString(), current) > 0) {
+        newer = *latest->second.asString();
+    }
+    PlistDictionary defaults = readDefaults();
+    defaults[std::string(Wrapper::statusKey)] =
+        PlistDictionary{{"Current Version", current},
+                        {"Update Version", newer},
+                        {"Check Date", PlistValue(static_cast<std::int64_t>(std::time(nullptr)))}};
+    if (writeDefaults(defaults)) {
+        Log::line(newer.empty() ? "checked for updates: up to date"
+                                : "checked for updates: " + newer + " is available");
+    }
+}
+
+PlistDictionary ReferenceDaemon::readDefaults() const
+{
+    const auto read = PropertyListCodec::readFile(defaultsPath());
+    const PlistDictionary* defaults = read.value ? read.value->asDictionary() : nullptr;
+    return defaults != nullptr ? *defaults : PlistDictionary{};
+}
+
+bool ReferenceDaemon::writeDefaults(const PlistDictionary& defaults) const
+{
+    const std::string path = defaultsPath();
+    const auto xml = PropertyListCodec::xmlFrom(defaults);
+    const bool written =
+        xml && FileSystem::createDirectories(FileSystem::folderOf(path)) &&
+        FileSystem::writeFileAtomically(
+            path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
+    if (!written) {
+        Log::line("could not write " + path);
+    }
+    return written;
+}
+
+std::string ReferenceDaemon::currentShortVersion() const
+{
+    return Bundle(bundlePath_).infoString("CFBundleShortVersionString").value_or("");
+}
+
+} // namespace vexto

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "foundation/PlistValue.hpp"
+
+#include <optional>
+#include <string>
+
+namespace vexto {
+
+class DistributedNotificationCenter;
+
+// The Linux reference daemon: it speaks the daemon's whole side of the notification protocol,
+// so that the pane can be driven and tried end to end, and cycles no windows. It rereads the
+// settings when told, keeps the update settings in its defaults domain and checks for updates
+// against a local feed file instead of the network.
+class ReferenceDaemon {
+public:
+    ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath);
+    ~ReferenceDaemon();
+    ReferenceDaemon(const ReferenceDaemon&) = delete;
+    ReferenceDaemon& operator=(const ReferenceDaemon&) = delete;
+
+    // Listens to the pane and tells it that the daemon runs.
+    void start();
+    bool isRunning() const { return running_; }
+    void quit(const std::string& reason);
+
+    // The feed a check reads: a property list whose "Latest Version" names the newest version.
+    static std::string feedPath();
+    // The defaults domain shared with the pane, a property list in ~/Library/Preferences.
+    static std::string defaultsPath();
+    // Negative, zero or positive as `first` is older than, the same as or newer than `second`,
+    // comparing dot-separated numbers.
+    static int compareVersions(const std::string& first, const std::string& second);
+
+private:
+    void updateDaemon(const std::optional<std::string>& object);
+    void followInstruction(const std::optional<std::string>& object);
+    void toggleAutomaticChecks();
+    void checkNow();
+    PlistDictionary readDefaults() const;
+    bool writeDefaults(const PlistDictionary& defaults) const;
+    std::string currentShortVersion() const;
+
+    DistributedNotificationCenter& center_;
+    std::string bundlePath_;
+    bool running_ = false;
+};
+
+} // namespace vexto
