@@ -4,9 +4,9 @@
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
                libxkbcommon-dev libxkbcommon-x11-dev libxcb1-dev xkb-data libx11-dev libsystemd-dev
                libgtest-dev libgmock-dev libbenchmark-dev)
-# What the tests start for real: an X server without a screen, a private D-Bus session, and
-# pgrep to compare the process walk with.
-TEST_PACKAGES=(xvfb dbus-daemon procps)
+# What the tests start for real: an X server without a screen and a window manager on it, a
+# private D-Bus session, and pgrep to compare the process walk with.
+TEST_PACKAGES=(xvfb openbox dbus-daemon procps)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)
 # The fuzzers (libFuzzer comes with clang's runtime) and the format check.

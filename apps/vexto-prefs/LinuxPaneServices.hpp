@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
+#include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
+#include "platform/linux/X11DesktopWatcher.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
 #include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/PaneEnvironment.hpp"
@@ -17,13 +19,18 @@ namespace vexto {
 class RunLoop;
 
 // The real Linux services the host gives the pane, with a window or without: notifications,
-// the desktop, images, the keyboard layout, global hot keys, the process list, other
-// applications' preferences and assistive access.
+// the desktop and its virtual desktops, images, the keyboard layout, global hot keys, the
+// process list and windows, other applications' preferences and assistive access.
 class LinuxPaneServices {
 public:
-    // Notifications from other processes arrive through the front's run loop.
+    // Notifications from other processes, and moves to another desktop, arrive through the
+    // front's run loop.
     explicit LinuxPaneServices(DescriptorWatcher& loop)
-        : center_(loop), keyboard_(XkbKeyboardLayout::forDesktop())
+        : center_(loop), keyboard_(XkbKeyboardLayout::forDesktop()), processes_(&windows_),
+          desktops_(loop, [this] {
+              desktop_.postWorkspaceNotification(
+                  WorkspaceNotificationCenter::activeSpaceDidChangeNotification);
+          })
     {}
     LinuxPaneServices(const LinuxPaneServices&) = delete;
     LinuxPaneServices& operator=(const LinuxPaneServices&) = delete;
@@ -48,9 +55,11 @@ private:
     TiffImageDecoder images_;
     std::unique_ptr<XkbKeyboardLayout> keyboard_;
     X11HotKeyRegistrar hotKeys_;
+    EwmhProcessWindows windows_;
     ProcProcessList processes_;
     PreferencesFolder preferences_;
     X11AccessibilityStatus accessibility_;
+    X11DesktopWatcher desktops_;
 };
 
 } // namespace vexto

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/linux/ProcessWindows.hpp"
+
+#include <string>
+#include <vector>
+
+struct _XDisplay;
+
+namespace vexto {
+
+// Processes' windows through the window manager's EWMH properties: the owner of the active
+// window, hiding (iconifying) and showing or activating a process's windows. It acts only while
+// a window manager says it manages the display (its check window is alive and names itself);
+// otherwise every process reads as having no windows. X errors, such as a window that has
+// just gone, are caught and read as failures.
+class EwmhProcessWindows final : public ProcessWindows {
+public:
+    // The display named, or $DISPLAY when empty.
+    explicit EwmhProcessWindows(const std::string& displayName = {});
+    ~EwmhProcessWindows() override;
+    EwmhProcessWindows(const EwmhProcessWindows&) = delete;
+    EwmhProcessWindows& operator=(const EwmhProcessWindows&) = delete;
+
+    bool hasWindowManager();
+
+    int activeWindowPID() override;
+    bool hasWindows(int pid) override;
+    bool isVisible(int pid) override;
+    bool setVisible(int pid, bool visible) override;
+    bool activate(int pid, bool frontWindowOnly) override;
+
+private:
+    // The managed windows of the process, bottom to top.
+    std::vector<unsigned long> windowsOf(int pid);
+    bool isHidden(unsigned long window);
+    void requestActivation(unsigned long window);
+
+    _XDisplay* display_ = nullptr;
+};
+
+} // namespace vexto
