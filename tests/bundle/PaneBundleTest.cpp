@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <memory>
+#include <unistd.h>
 
 namespace vexto {
 namespace {
@@ -54,6 +55,18 @@ TEST(PaneBundleTest, DescribesItselfAndShipsItsResources)
         StringsTable::load(bundle.resourcePath() + "/en.lproj/Localizable.strings");
     ASSERT_TRUE(strings) << "the English table parses";
     EXPECT_NE(strings->find("Vexto - Fatal Error"), nullptr);
+    EXPECT_NE(strings->find("Disable Vexto"), nullptr);
+}
+
+TEST(PaneBundleTest, ShipsTheDaemonAsABundleOfItsOwn)
+{
+    const Bundle daemon(bundlePath() + "/Contents/Resources/vextodaemon.app");
+    EXPECT_EQ(daemon.infoString("CFBundleIdentifier"), "app.vexto.preferences");
+    EXPECT_EQ(daemon.infoString("CFBundleVersion"), "311");
+    EXPECT_EQ(daemon.infoString("CFBundleShortVersionString"), "3.1");
+    // Its process is named after the executable, which the pane looks for by that name.
+    EXPECT_EQ(daemon.infoString("CFBundleExecutable"), "vextodaemon");
+    EXPECT_EQ(::access((daemon.bundlePath() + "/Contents/Linux/vextodaemon").c_str(), X_OK), 0);
 }
 
 TEST(PaneBundleTest, AHostLoadsThePaneThroughItsFactory)
