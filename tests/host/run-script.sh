@@ -7,7 +7,8 @@ set -u
 unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2 script=$3 expected=$4 status=$5 saved=${6:-}
 home=$(mktemp -d)
-trap 'rm -rf "$home"' EXIT
+# A daemon the script started and left running would outlive the test: it is ended with it.
+trap 'pkill -f "$bundle/Contents/Resources/vextodaemon.app/" 2>/dev/null; rm -rf "$home"' EXIT
 HOME=$home dbus-run-session -- "$host" --headless --pane "$bundle" --script "$script" >"$home/out" 2>"$home/err"
 actual=$?
 if [ "$actual" -ne "$status" ]; then
