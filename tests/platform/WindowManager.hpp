@@ -1,9 +1,8 @@
 #pragma once
 
-#include <csignal>
+#include "../support/ChildProcess.hpp"
+
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vexto::test {
 
@@ -11,29 +10,13 @@ namespace vexto::test {
 class WindowManager {
 public:
     explicit WindowManager(const std::string& display)
-    {
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::setenv("DISPLAY", display.c_str(), 1);
-            ::execlp("openbox", "openbox", "--sm-disable", static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-    }
-    ~WindowManager() { stop(); }
-    WindowManager(const WindowManager&) = delete;
-    WindowManager& operator=(const WindowManager&) = delete;
+        : openbox_({"openbox", "--sm-disable"}, {{"DISPLAY", display}})
+    {}
 
-    void stop()
-    {
-        if (pid_ > 0) {
-            ::kill(pid_, SIGTERM);
-            ::waitpid(pid_, nullptr, 0);
-            pid_ = -1;
-        }
-    }
+    void stop() { openbox_.stop(); }
 
 private:
-    pid_t pid_ = -1;
+    ChildProcess openbox_;
 };
 
 } // namespace vexto::test

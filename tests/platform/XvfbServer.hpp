@@ -1,9 +1,8 @@
 #pragma once
 
-#include <csignal>
+#include "../support/ChildProcess.hpp"
+
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 struct _XDisplay;
 
@@ -12,39 +11,15 @@ namespace vexto::test {
 // An X server of its own for the test, on a display number it picks itself.
 class XvfbServer {
 public:
+    // Without -noreset the server resets when its last client leaves, and refuses connections
+    // for that moment. The display number is a line it writes once it is ready.
     XvfbServer()
+        : server_({"Xvfb", "-displayfd", "{fd}", "-screen", "0", "320x240x24", "-nolisten", "tcp",
+                   "-noreset"})
     {
-        int fds[2];
-        if (::pipe(fds) != 0) {
-            return;
-        }
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::close(fds[0]);
-            const std::string fd = std::to_string(fds[1]);
-            // Without -noreset the server resets when its last client leaves, and refuses
-            // connections for that moment.
-            ::execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "320x240x24",
-                     "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-        ::close(fds[1]);
-        // The display number, a line written once the server is ready (maybe in pieces).
-        std::string number;
-        char c = 0;
-        while (::read(fds[0], &c, 1) == 1 && c != '\n') {
-            number += c;
-        }
-        ::close(fds[0]);
+        const std::string number = server_.firstLine();
         if (!number.empty()) {
             display_ = ":" + number;
-        }
-    }
-    ~XvfbServer()
-    {
-        if (pid_ > 0) {
-            ::kill(pid_, SIGTERM);
-            ::waitpid(pid_, nullptr, 0);
         }
     }
     XvfbServer(const XvfbServer&) = delete;
@@ -59,7 +34,7 @@ public:
     bool waitUntilReady() const;
 
 private:
-    pid_t pid_ = -1;
+    ChildProcess server_;
     std::string display_;
 };
 

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <csignal>
+#include "ChildProcess.hpp"
+
 #include <cstdlib>
 #include <optional>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vexto::test {
 
@@ -13,36 +12,20 @@ namespace vexto::test {
 class DBusSession {
 public:
     DBusSession()
+        : bus_({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address={fd}"})
     {
-        remember("DBUS_SESSION_BUS_ADDRESS", savedAddress_);
-        int fds[2];
-        if (::pipe(fds) != 0) {
-            return;
+        if (const char* value = std::getenv("DBUS_SESSION_BUS_ADDRESS")) {
+            savedAddress_ = value;
         }
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::close(fds[0]);
-            const std::string printAddress = "--print-address=" + std::to_string(fds[1]);
-            ::execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile",
-                     printAddress.c_str(), static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-        ::close(fds[1]);
         // The address, a line written once the bus takes connections.
-        std::string address;
-        char c = 0;
-        while (::read(fds[0], &c, 1) == 1 && c != '\n') {
-            address += c;
-        }
-        ::close(fds[0]);
-        if (!address.empty()) {
-            address_ = address;
-            ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+        address_ = bus_.firstLine();
+        if (!address_.empty()) {
+            ::setenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str(), 1);
         }
     }
     ~DBusSession()
     {
-        stop();
+        bus_.stop();
         if (savedAddress_) {
             ::setenv("DBUS_SESSION_BUS_ADDRESS", savedAddress_->c_str(), 1);
         } else {
@@ -52,27 +35,13 @@ public:
     DBusSession(const DBusSession&) = delete;
     DBusSession& operator=(const DBusSession&) = delete;
 
-    bool isRunning() const { return !address_.empty() && pid_ > 0; }
+    bool isRunning() const { return !address_.empty() && bus_.isRunning(); }
     const std::string& address() const { return address_; }
     // Ends the bus under its clients' feet.
-    void stop()
-    {
-        if (pid_ > 0) {
-            ::kill(pid_, SIGTERM);
-            ::waitpid(pid_, nullptr, 0);
-            pid_ = -1;
-        }
-    }
+    void stop() { bus_.stop(); }
 
 private:
-    static void remember(const char* name, std::optional<std::string>& saved)
-    {
-        if (const char* value = std::getenv(name)) {
-            saved = value;
-        }
-    }
-
-    pid_t pid_ = -1;
+    ChildProcess bus_;
     std::string address_;
     std::optional<std::string> savedAddress_;
 };
