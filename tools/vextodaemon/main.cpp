@@ -53,13 +53,14 @@ void logToFile()
 
 int main()
 {
-    logToFile();
+    // First of all, so that a stop asked for while starting is read as one too.
     sigset_t stops;
     sigemptyset(&stops);
     sigaddset(&stops, SIGTERM);
     sigaddset(&stops, SIGINT);
     ::sigprocmask(SIG_BLOCK, &stops, nullptr);
     const int signals = ::signalfd(-1, &stops, SFD_CLOEXEC | SFD_NONBLOCK);
+    logToFile();
 
     PollRunLoop loop;
     DBusDistributedNotificationCenter center(loop);
