@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
@@ -328,14 +329,30 @@ ProcessManager::OSErr ProcProcessList::sendAppleEvent(const ProcessSerialNumber&
     return ::kill(*pid, SIGTERM) == 0 ? noErr : procNotFound;
 }
 
+// A signal takes effect when the process is next scheduled, a moment after kill returns. The
+// process model reads the state right afterwards (to stop a process again only if it runs), so
+// the state is waited for, briefly: 50 ms at most.
+bool ProcProcessList::signalAndWait(std::int32_t pid, int signal, bool stopped)
+{
+    if (pid <= 0 || ::kill(pid, signal) != 0) {
+        return false;
+    }
+    constexpr int polls = 50;
+    const timespec pause{0, 1000 * 1000};
+    for (int poll = 0; poll < polls && isStopped(pid) == !stopped; ++poll) {
+        ::nanosleep(&pause, nullptr);
+    }
+    return true;
+}
+
 bool ProcProcessList::stop(std::int32_t pid)
 {
-    return pid > 0 && ::kill(pid, SIGSTOP) == 0;
+    return signalAndWait(pid, SIGSTOP, true);
 }
 
 bool ProcProcessList::resume(std::int32_t pid)
 {
-    return pid > 0 && ::kill(pid, SIGCONT) == 0;
+    return signalAndWait(pid, SIGCONT, false);
 }
 
 std::optional<bool> ProcProcessList::isStopped(std::int32_t pid)

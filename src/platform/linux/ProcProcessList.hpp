@@ -50,6 +50,7 @@ private:
     struct Stat;
     bool readStat(int pid, Stat& stat) const;
     std::optional<int> livingPID(const ProcessSerialNumber& psn) const;
+    bool signalAndWait(std::int32_t pid, int signal, bool stopped);
 
     ProcessWindows* windows_;
     int procFolder_ = -1;
