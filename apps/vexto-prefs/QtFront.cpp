@@ -8,6 +8,7 @@
 #include "ScriptedAlerts.hpp"
 #include "foundation/FileSystem.hpp"
 #include "qt/QtAlerts.hpp"
+#include "qt/QtFilePanels.hpp"
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtRunLoop.hpp"
 #include "qt/QtTextMetrics.hpp"
@@ -107,6 +108,8 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     PaneEnvironment environment = services.environment(loop);
     environment.keyTaps = &keyTaps;
     environment.drawingOnly = options->screenshotFolder.has_value();
+    QtFilePanels qtFilePanels;
+    environment.filePanels = scripted ? static_cast<FilePanels*>(&scriptedAlerts) : &qtFilePanels;
     std::optional<ScratchHome> scratchHome;
     if (options->screenshotFolder && !scratchHome.emplace().ready()) {
         std::cerr << "vexto-prefs: cannot copy the settings to a temporary folder to draw them\n";

@@ -5,6 +5,7 @@
 #include "PaneHost.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/DictionaryExtensions.hpp"
+#include "foundation/HomeDirectory.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "ports/RunLoop.hpp"
 #include "toolkit/Application.hpp"
@@ -251,7 +252,10 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         if (!expectWords(words, 2, error)) {
             return false;
         }
-        fileAnswers_.push_back(words[1]);
+        // "~/..." is the home the pane runs in, so that a script can name files there.
+        alerts_.queueFileAnswer(words[1] == "cancel" ? std::nullopt
+                                                     : std::optional<std::string>(
+                                                           HomeDirectory::expandTilde(words[1])));
         return true;
     }
     if (command == "wait") {
@@ -277,6 +281,10 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         View* view = outlet(words, 1, error);
         if (view == nullptr || !expectWords(words, 2, error)) {
             return false;
+        }
+        // A menu built on demand is listed as it would be on opening.
+        if (auto* popUp = dynamic_cast<PopUpButton*>(view)) {
+            popUp->willOpenMenu();
         }
         out_ << JsonDescriptions::control(words[1], *view, pane.linkOfOutletNamed(words[1]))
              << '\n';

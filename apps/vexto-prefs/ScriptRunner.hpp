@@ -55,7 +55,6 @@ private:
     ScriptedAlerts& alerts_;
     std::ostream& out_;
     std::ostream& errors_;
-    std::vector<std::string> fileAnswers_;
     bool quit_ = false;
 };
 

@@ -18,4 +18,24 @@ int ScriptedAlerts::runModal(const AlertRequest& request)
     return answer;
 }
 
+std::optional<std::string> ScriptedAlerts::runModal(const FilePanelRequest& request)
+{
+    const std::string kind = request.saving ? "save panel" : "open panel";
+    std::optional<std::string> answer;
+    if (!fileAnswers_.empty()) {
+        answer = fileAnswers_.front();
+        fileAnswers_.pop_front();
+    }
+    if (!answer) {
+        Log::line(kind + " \"" + request.title + "\" -> cancelled");
+        return std::nullopt;
+    }
+    std::string path = *answer;
+    if (request.saving) {
+        path = withAllowedExtension(path, request.allowedFileType);
+    }
+    Log::line(kind + " \"" + request.title + "\" -> " + path);
+    return path;
+}
+
 } // namespace vexto

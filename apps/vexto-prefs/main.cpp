@@ -24,7 +24,8 @@ int runHeadless(const HostRun::Options& options)
     ScriptedAlerts alerts;
     Application::shared().setAlerts(&alerts);
     LinuxPaneServices services(loop);
-    const PaneEnvironment environment = services.environment(loop);
+    PaneEnvironment environment = services.environment(loop);
+    environment.filePanels = &alerts;
     PaneHost host(environment);
     if (!HostRun::loadPane(host, options.panePath)) {
         return HostRun::failure;

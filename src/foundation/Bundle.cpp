@@ -4,6 +4,8 @@
 #include "foundation/FileSystem.hpp"
 #include "foundation/Localization.hpp"
 
+#include <algorithm>
+
 namespace vexto {
 
 Bundle::Bundle(std::string path) : path_(std::move(path)) {}
@@ -17,6 +19,19 @@ std::optional<PlistDictionary> Bundle::uncachedPreferencePaneInfo() const
 {
     return deeplyMutableDictionaryWithContentsOfFile(
         FileSystem::join(FileSystem::join(path_, "Contents"), "Info.plist"));
+}
+
+std::vector<std::string> Bundle::pathsForResourcesOfType(std::string_view type) const
+{
+    const std::string suffix = "." + std::string(type);
+    std::vector<std::string> paths;
+    for (const std::string& name : FileSystem::namesInFolder(resourcePath())) {
+        if (name.size() > suffix.size() && name.ends_with(suffix)) {
+            paths.push_back(FileSystem::join(resourcePath(), name));
+        }
+    }
+    std::sort(paths.begin(), paths.end());
+    return paths;
 }
 
 std::optional<std::string> Bundle::infoString(std::string_view key) const

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vexto {
 
@@ -24,6 +25,8 @@ public:
     std::optional<PlistDictionary> uncachedPreferencePaneInfo() const;
     // A string value of the information dictionary, or none.
     std::optional<std::string> infoString(std::string_view key) const;
+    // The resources whose names end in "." + type, by name.
+    std::vector<std::string> pathsForResourcesOfType(std::string_view type) const;
     // The resources folder + the file name; whether the file exists is not checked.
     std::string pathForUncachedPreferencePaneResourceFile(std::string_view name) const;
 

@@ -140,7 +140,7 @@ public:
     {
         actions_.performAction(selector, sender);
     }
-    void menuNeedsUpdate(Menu&) override {}
+    void menuNeedsUpdate(Menu& menu) override;
     void controlTextDidChange(TextField& field) override;
 
     // --- control binding: each kind of control turns its state into a stored value ---
@@ -151,6 +151,16 @@ public:
     void changeColorSetting(ColorWell& well);
     void changeFont(const MenuItem& item);
     void changeFontSmoothing(const MenuItem& item);
+    // --- appearance layouts ---
+    // The layouts pull-down: applies the chosen layout (none restores the default appearance),
+    // opens a layout file, or saves the appearance as one.
+    void chooseLayoutPresets(PopUpButton& popUp);
+    std::optional<std::string> chooseLayoutPathForSaving(bool saving, const std::string& title);
+    // Copies the control's setting into the layout when the settings hold it.
+    void storeLayout(PlistDictionary& layout, const View* control);
+    // The system's folder of layouts for every user.
+    static constexpr const char* sharedLayoutsPath = "/Library/Application Support/Vexto/Layouts";
+
     // The selection colour's shading, in steps (default -15); 0 for other wells.
     std::int64_t gradientValueForWell(const ColorWell* well);
     void setGradientValue(std::int64_t value, const ColorWell* well);
@@ -192,6 +202,8 @@ private:
     void automaticFirstStart();
     void showEnabledState(bool enabled);
     void connectSparkleWrapper();
+    void updateLayoutsMenu(Menu& menu);
+    void saveLayout(const std::string& title);
 
     Bundle bundle_;
     PaneEnvironment environment_;

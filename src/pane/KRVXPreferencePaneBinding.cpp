@@ -47,6 +47,7 @@ void KRVXPreferencePane::registerBindingActions()
                                  &KRVXPreferencePane::changePopUpSettingWithTag);
     bind.operator()<Slider>("changeSliderSetting:", &KRVXPreferencePane::changeSliderSetting);
     bind.operator()<ColorWell>("changeColorSetting:", &KRVXPreferencePane::changeColorSetting);
+    bind.operator()<PopUpButton>("chooseLayoutPresets:", &KRVXPreferencePane::chooseLayoutPresets);
     const auto bindMenuItem = [this](const char* selector,
                                      void (KRVXPreferencePane::*method)(const MenuItem&)) {
         actions_.on(selector, [this, method](const ActionSender& sender) {

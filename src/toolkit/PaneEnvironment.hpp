@@ -4,6 +4,7 @@ namespace vexto {
 
 class AccessibilityStatus;
 class DistributedNotificationCenter;
+class FilePanels;
 class ForeignPreferences;
 class FontCatalog;
 class HelpViewer;
@@ -33,6 +34,7 @@ struct PaneEnvironment {
     ProcessSignals* processSignals = nullptr; // none: no process can be stopped or continued
     ForeignPreferences* foreignPreferences = nullptr; // none: other applications say nothing
     AccessibilityStatus* accessibility = nullptr;     // none: assistive access is off
+    FilePanels* filePanels = nullptr;                 // none: every panel is cancelled
     // The pane is shown only to be drawn: it shows what it would, and starts nothing.
     bool drawingOnly = false;
 };

@@ -96,6 +96,7 @@ protected:
         environment.foreignPreferences = &preferences;
         environment.accessibility = &accessibility;
         environment.drawingOnly = drawingOnly;
+        environment.filePanels = filePanels;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -124,6 +125,7 @@ protected:
     FakeAccessibilityStatus accessibility;
     int nextDaemonPID = 500;
     bool drawingOnly = false;
+    FilePanels* filePanels = nullptr;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
 };
