@@ -1,10 +1,15 @@
 #include "qt/QtPopUpMirror.hpp"
 
+#include "qt/QtCanvas.hpp"
 #include "qt/QtFonts.hpp"
+#include "toolkit/Image.hpp"
 #include "toolkit/PopUpButton.hpp"
 
 #include <QComboBox>
+#include <QIcon>
 #include <QMenu>
+#include <QPainter>
+#include <QPixmap>
 #include <QPushButton>
 
 #include <functional>
@@ -29,6 +34,23 @@ public:
 private:
     std::function<void()> willOpen_;
 };
+
+// The item's image, drawn at twice its size so that it stays sharp on a dense screen.
+QIcon iconFor(const Image& image)
+{
+    const Size size = image.size();
+    QImage pixels(std::max(1, static_cast<int>(size.width * 2)),
+                  std::max(1, static_cast<int>(size.height * 2)),
+                  QImage::Format_ARGB32_Premultiplied);
+    pixels.setDevicePixelRatio(2.0);
+    pixels.fill(Qt::transparent);
+    QPainter painter(&pixels);
+    QtCanvas canvas(painter, size.height);
+    canvas.drawImage(image, Rect(0, 0, size.width, size.height), CompositingOperation::SourceOver,
+                     1.0);
+    painter.end();
+    return QIcon(QPixmap::fromImage(pixels));
+}
 
 QWidget* makeWidget(PopUpButton& popUp, QWidget* parent)
 {
@@ -80,6 +102,9 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
         action->setEnabled(item->isEnabled());
         action->setCheckable(item->state() != 0);
         action->setChecked(item->state() != 0);
+        if (item->image()) {
+            action->setIcon(iconFor(*item->image()));
+        }
         if (item->attributedTitleFont()) {
             action->setFont(QtFonts::qtFont(*item->attributedTitleFont()));
         }
