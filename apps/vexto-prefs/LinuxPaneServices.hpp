@@ -2,6 +2,7 @@
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
+#include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
@@ -19,7 +20,7 @@ namespace vexto {
 class RunLoop;
 
 // The real Linux services the host gives the pane, with a window or without: notifications,
-// the desktop and its virtual desktops, images, the keyboard layout, global hot keys, the
+// the desktop and its virtual desktops, fonts, images, the keyboard layout, global hot keys, the
 // process list and windows, other applications' preferences and assistive access.
 class LinuxPaneServices {
 public:
@@ -40,6 +41,7 @@ public:
     {
         PaneEnvironment environment{loop, center_, desktop_, desktop_, desktop_, nullptr};
         environment.images = &images_;
+        environment.fonts = &fonts_;
         environment.keyboard = keyboard_.get();
         environment.hotKeys = &hotKeys_;
         environment.processes = &processes_;
@@ -53,6 +55,7 @@ private:
     DBusDistributedNotificationCenter center_;
     LinuxDesktop desktop_;
     TiffImageDecoder images_;
+    FontconfigCatalog fonts_;
     std::unique_ptr<XkbKeyboardLayout> keyboard_;
     X11HotKeyRegistrar hotKeys_;
     EwmhProcessWindows windows_;

@@ -37,6 +37,8 @@ public:
     static constexpr double firstGuessWidth = 668.0;
     static constexpr double widthTolerance = 0.9;
     static constexpr const char* defaultTabIdentifier = "triggers";
+    // Fonts are shown, and looked up, at this size in the font menu.
+    static constexpr double fontMenuSize = 14.0;
 
     KRVXPreferencePane(std::string bundlePath, PaneEnvironment environment);
     ~KRVXPreferencePane() override;
@@ -203,6 +205,12 @@ private:
     void showEnabledState(bool enabled);
     void connectSparkleWrapper();
     void updateLayoutsMenu(Menu& menu);
+    void updateFontsMenu(Menu& menu);
+    std::shared_ptr<Menu> fontSmoothingMenu();
+    MenuItem& addFontItem(Menu& menu, const std::string& title, const Font& font);
+    // True when one of the family's fonts is the current one.
+    bool addFontFamily(Menu& menu, const std::string& family,
+                       const std::optional<std::string>& current);
     void saveLayout(const std::string& title);
 
     Bundle bundle_;

@@ -40,6 +40,9 @@ void KRVXPreferencePane::menuNeedsUpdate(Menu& menu)
     if (outlets_.layoutPresetsPopUpButton != nullptr &&
         &menu == &outlets_.layoutPresetsPopUpButton->menu()) {
         updateLayoutsMenu(menu);
+    } else if (outlets_.fontsPopUpButton != nullptr &&
+               &menu == &outlets_.fontsPopUpButton->menu()) {
+        updateFontsMenu(menu);
     }
 }
 

@@ -28,7 +28,6 @@ constexpr double defaultTimeout = 0.2;
 constexpr double defaultItemSize = 48;
 constexpr double smallestItemSize = 12;
 constexpr double largestItemSize = 128;
-constexpr double fontMenuSize = 14;
 
 std::optional<double> numberIn(const PlistDictionary& dictionary, std::string_view key)
 {

@@ -21,6 +21,14 @@ QFont QtFonts::qtFont(const Font& font)
     QFont qt;
     qt.setFamily(QString::fromStdString(font.familyName()));
     qt.setPointSizeF(font.pointSize());
+    // A member of a family is named "<family> <style>" ("DejaVu Sans Bold"): the style picks
+    // the face within the family.
+    const std::string& family = font.familyName();
+    const std::string& display = font.displayName();
+    if (display.size() > family.size() + 1 && display.compare(0, family.size(), family) == 0 &&
+        display[family.size()] == ' ') {
+        qt.setStyleName(QString::fromStdString(display.substr(family.size() + 1)));
+    }
     return qt;
 }
 

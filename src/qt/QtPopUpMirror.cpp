@@ -93,12 +93,14 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
             continue;
         }
         const QString title = plainTitle(item->title());
+        QAction* action = nullptr;
         if (item->submenu()) {
             QMenu* sub = qtMenu.addMenu(title);
             fillQtMenu(*sub, *item->submenu(), 0);
-            continue;
+            action = sub->menuAction();
+        } else {
+            action = qtMenu.addAction(title);
         }
-        QAction* action = qtMenu.addAction(title);
         action->setEnabled(item->isEnabled());
         action->setCheckable(item->state() != 0);
         action->setChecked(item->state() != 0);
@@ -107,6 +109,9 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
         }
         if (item->attributedTitleFont()) {
             action->setFont(QtFonts::qtFont(*item->attributedTitleFont()));
+        }
+        if (item->submenu()) {
+            continue; // chosen through its submenu
         }
         std::weak_ptr<MenuItem> weak = item;
         QObject::connect(action, &QAction::triggered, widget(), [this, weak] {

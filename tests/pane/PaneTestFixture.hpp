@@ -97,6 +97,7 @@ protected:
         environment.accessibility = &accessibility;
         environment.drawingOnly = drawingOnly;
         environment.filePanels = filePanels;
+        environment.fonts = fontCatalog;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -126,6 +127,7 @@ protected:
     int nextDaemonPID = 500;
     bool drawingOnly = false;
     FilePanels* filePanels = nullptr;
+    const FontCatalog* fontCatalog = nullptr;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
 };

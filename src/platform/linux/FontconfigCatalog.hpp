@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ports/FontCatalog.hpp"
+
+#include <map>
+
+namespace vexto {
+
+// The fonts fontconfig knows. A font's name is its PostScript name and its display name its
+// full name (or family and style); a family's members come in order of weight, slant and
+// width. The list is read once, when the catalog is made.
+class FontconfigCatalog final : public FontCatalog {
+public:
+    // The system's configuration, or the configuration file given.
+    explicit FontconfigCatalog(const std::string& configFile = {});
+
+    std::vector<std::string> availableFontFamilies() const override;
+    std::vector<std::string> availableMembersOfFontFamily(const std::string& family) const override;
+    std::optional<Font> fontWithName(const std::string& fontName, double size) const override;
+
+private:
+    struct Member {
+        std::string fontName;
+        std::string displayName;
+        std::string family;
+        int weight = 0;
+        int slant = 0;
+        int width = 0;
+        std::string style;
+    };
+
+    std::map<std::string, std::vector<Member>> families_;
+    std::map<std::string, Member> byFontName_;
+};
+
+} // namespace vexto

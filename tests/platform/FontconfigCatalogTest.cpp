@@ -1,0 +1,61 @@
+#include "platform/linux/FontconfigCatalog.hpp"
+
+#include "../foundation/TestSupport.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace vexto {
+namespace {
+
+// A fontconfig of the test's own: three DejaVu faces copied into a folder, a cache beside them.
+class FontconfigCatalogTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        const std::string source = "/usr/share/fonts/truetype/dejavu/";
+        std::filesystem::create_directories(folder.file("fonts"));
+        for (const char* face : {"DejaVuSans-Bold.ttf", "DejaVuSans.ttf", "DejaVuSansMono.ttf"}) {
+            if (!std::filesystem::exists(source + face)) {
+                GTEST_SKIP() << "fonts-dejavu-core is not installed";
+            }
+            std::filesystem::copy_file(source + face, folder.file("fonts/") + face);
+        }
+        test::writeText(folder.file("fonts.conf"),
+                        "<?xml version=\"1.0\"?><fontconfig><dir>" + folder.file("fonts") +
+                            "</dir><cachedir>" + folder.file("cache") + "</cachedir></fontconfig>");
+    }
+
+    test::TemporaryFolder folder;
+};
+
+TEST_F(FontconfigCatalogTest, FamiliesMembersAndNamesComeFromTheFontsThemselves)
+{
+    const FontconfigCatalog catalog(folder.file("fonts.conf"));
+    EXPECT_EQ(catalog.availableFontFamilies(),
+              (std::vector<std::string>{"DejaVu Sans", "DejaVu Sans Mono"}));
+    // Lighter faces first.
+    EXPECT_EQ(catalog.availableMembersOfFontFamily("DejaVu Sans"),
+              (std::vector<std::string>{"DejaVuSans", "DejaVuSans-Bold"}));
+    EXPECT_TRUE(catalog.availableMembersOfFontFamily("Nothing").empty());
+
+    const auto bold = catalog.fontWithName("DejaVuSans-Bold", 14);
+    ASSERT_TRUE(bold);
+    EXPECT_EQ(bold->displayName(), "DejaVu Sans Bold");
+    EXPECT_EQ(bold->familyName(), "DejaVu Sans");
+    EXPECT_EQ(bold->pointSize(), 14.0);
+    // Only an exact name: no nearest match stands in for a missing font.
+    EXPECT_FALSE(catalog.fontWithName("dejavusans-bold", 14));
+    EXPECT_FALSE(catalog.fontWithName("NoSuchFont-Regular", 14));
+}
+
+TEST_F(FontconfigCatalogTest, AConfigurationThatCannotBeReadListsNothing)
+{
+    test::writeText(folder.file("bad.conf"), "<fontconfig><dir>");
+    const FontconfigCatalog catalog(folder.file("bad.conf"));
+    EXPECT_TRUE(catalog.availableFontFamilies().empty());
+}
+
+} // namespace
+} // namespace vexto
