@@ -30,6 +30,20 @@ QLVXProcess& reusableInstance()
     return instance;
 }
 
+std::optional<ProcessSerialNumber> currentSerialNumber()
+{
+    ProcessSerialNumber psn;
+    return processManager().getCurrentProcess(psn) == ProcessManager::noErr ? std::optional(psn)
+                                                                            : std::nullopt;
+}
+
+std::optional<ProcessSerialNumber> frontSerialNumber()
+{
+    ProcessSerialNumber psn;
+    return processManager().getFrontProcess(psn) == ProcessManager::noErr ? std::optional(psn)
+                                                                          : std::nullopt;
+}
+
 } // namespace
 
 // --- the reused instance ----------------------------------------------------------------
@@ -48,38 +62,26 @@ bool QLVXProcess::isReusedInstance() const
 
 QLVXProcess* QLVXProcess::currentProcess()
 {
-    ProcessSerialNumber psn;
-    if (processManager().getCurrentProcess(psn) != ProcessManager::noErr) {
-        return nullptr;
-    }
-    return &processWithProcessSerialNumber(psn);
+    const auto psn = currentSerialNumber();
+    return psn ? &processWithProcessSerialNumber(*psn) : nullptr;
 }
 
 QLVXProcess* QLVXProcess::frontProcess()
 {
-    ProcessSerialNumber psn;
-    if (processManager().getFrontProcess(psn) != ProcessManager::noErr) {
-        return nullptr;
-    }
-    return &processWithProcessSerialNumber(psn);
+    const auto psn = frontSerialNumber();
+    return psn ? &processWithProcessSerialNumber(*psn) : nullptr;
 }
 
 std::optional<QLVXProcess> QLVXProcess::initWithCurrentProcess()
 {
-    ProcessSerialNumber psn;
-    if (processManager().getCurrentProcess(psn) != ProcessManager::noErr) {
-        return std::nullopt;
-    }
-    return QLVXProcess(psn);
+    const auto psn = currentSerialNumber();
+    return psn ? std::optional(QLVXProcess(*psn)) : std::nullopt;
 }
 
 std::optional<QLVXProcess> QLVXProcess::initWithFrontProcess()
 {
-    ProcessSerialNumber psn;
-    if (processManager().getFrontProcess(psn) != ProcessManager::noErr) {
-        return std::nullopt;
-    }
-    return QLVXProcess(psn);
+    const auto psn = frontSerialNumber();
+    return psn ? std::optional(QLVXProcess(*psn)) : std::nullopt;
 }
 
 void QLVXProcess::setProcessSerialNumber(const ProcessSerialNumber& psn)
@@ -113,8 +115,7 @@ std::vector<QLVXProcess> QLVXProcess::everyProcessNamed(std::string_view name)
     std::vector<QLVXProcess> processes;
     QLVXProcessesEnumerator enumerator;
     while (QLVXProcess* process = enumerator.nextObject()) {
-        const std::string* processName = process->name();
-        if (processName != nullptr && *processName == name) {
+        if (process->isNamed(name)) {
             processes.push_back(*process);
         }
     }
@@ -125,8 +126,7 @@ QLVXProcess* QLVXProcess::firstProcessNamed(std::string_view name)
 {
     QLVXProcessesEnumerator enumerator;
     while (QLVXProcess* process = enumerator.nextObject()) {
-        const std::string* processName = process->name();
-        if (processName != nullptr && *processName == name) {
+        if (process->isNamed(name)) {
             return process;
         }
     }
@@ -143,16 +143,14 @@ bool QLVXProcess::isSameProcessAs(const ProcessSerialNumber& psn) const
 
 bool QLVXProcess::isFrontProcess() const
 {
-    ProcessSerialNumber front;
-    return processManager().getFrontProcess(front) == ProcessManager::noErr &&
-           isSameProcessAs(front);
+    const auto front = frontSerialNumber();
+    return front && isSameProcessAs(*front);
 }
 
 bool QLVXProcess::isCurrentProcess() const
 {
-    ProcessSerialNumber current;
-    return processManager().getCurrentProcess(current) == ProcessManager::noErr &&
-           isSameProcessAs(current);
+    const auto current = currentSerialNumber();
+    return current && isSameProcessAs(*current);
 }
 
 bool QLVXProcess::isValid()
@@ -204,6 +202,12 @@ const std::string* QLVXProcess::name()
     }
     hasName_ = true;
     return &name_;
+}
+
+bool QLVXProcess::isNamed(std::string_view name)
+{
+    const std::string* processName = this->name();
+    return processName != nullptr && *processName == name;
 }
 
 std::uint32_t QLVXProcess::type()
@@ -263,12 +267,18 @@ std::string QLVXProcess::displayNameForLog()
     return processName != nullptr ? *processName : std::string("(null)");
 }
 
+void QLVXProcess::logCouldNotWakeUp(std::string_view purpose)
+{
+    Log::line(
+        FormatString::fill("could not wake up process \"%@\" (PID %@) for %@",
+                           {displayNameForLog(), std::to_string(PID()), std::string(purpose)}));
+}
+
 void QLVXProcess::setHidden(bool hidden)
 {
     const bool wasStopped = isStopped();
     if (wasStopped && !setStopped(false)) {
-        Log::line(FormatString::fill("could not wake up process \"%@\" (PID %@) for hiding/showing",
-                                     {displayNameForLog(), std::to_string(PID())}));
+        logCouldNotWakeUp("hiding/showing");
         return;
     }
     const ProcessManager::OSErr error = processManager().showHideProcess(psn_, !hidden);
@@ -294,8 +304,7 @@ bool QLVXProcess::quit()
         return false;
     }
     if (isStopped() && !setStopped(false)) {
-        Log::line(FormatString::fill("could not wake up process \"%@\" (PID %@) for quitting",
-                                     {displayNameForLog(), std::to_string(PID())}));
+        logCouldNotWakeUp("quitting");
         return false;
     }
     return KRVXAppleEventSender::sendAppleCoreEvent(ProcessManager::kAEQuitApplication, psn_);

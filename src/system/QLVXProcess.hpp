@@ -55,6 +55,8 @@ public:
     // --- what the list knows ---
     // None when the process cannot be asked; "no process" for kNoProcess.
     const std::string* name();
+    // Exact, case-sensitive; false when the name cannot be read.
+    bool isNamed(std::string_view name);
     std::uint32_t type();
     std::uint32_t signature();
     std::uint32_t mode();
@@ -82,6 +84,7 @@ private:
     bool fillProcessInfoRec();
     bool isSameProcessAs(const ProcessSerialNumber& psn) const;
     std::string displayNameForLog();
+    void logCouldNotWakeUp(std::string_view purpose);
 
     ProcessSerialNumber psn_;
     ProcessInfoRec infoRec_;

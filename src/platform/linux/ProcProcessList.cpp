@@ -63,7 +63,7 @@ struct ProcProcessList::Stat {
     char state = '?';
     int parentPID = 0;
     unsigned long long startTicks = 0;
-    std::array<char, 1024> line{};
+    std::array<char, 1024> line; // filled by read(2) as far as it reads
 };
 
 ProcProcessList::ProcProcessList(ProcessWindows* windows) : windows_(windows)
@@ -148,15 +148,20 @@ bool ProcProcessList::readStat(int pid, Stat& stat) const
     return true;
 }
 
-std::optional<int> ProcProcessList::livingPID(const ProcessSerialNumber& psn) const
+std::optional<int> ProcProcessList::readLivingStat(const ProcessSerialNumber& psn, Stat& stat) const
 {
     const auto pid = pidForSerialNumber(psn);
-    Stat stat;
     // A zombie has finished: only its exit status is left for its parent to collect.
     if (!pid || !readStat(*pid, stat) || stat.state == 'Z' || stat.state == 'X') {
         return std::nullopt;
     }
     return pid;
+}
+
+std::optional<int> ProcProcessList::livingPID(const ProcessSerialNumber& psn) const
+{
+    Stat stat;
+    return readLivingStat(psn, stat);
 }
 
 ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
@@ -221,9 +226,9 @@ ProcessManager::OSErr ProcProcessList::sameProcess(const ProcessSerialNumber& fi
 ProcessManager::OSErr ProcProcessList::getProcessInformation(const ProcessSerialNumber& psn,
                                                              ProcessInfoRec& info)
 {
-    const auto pid = pidForSerialNumber(psn);
     Stat stat;
-    if (!pid || !readStat(*pid, stat) || stat.state == 'Z' || stat.state == 'X') {
+    const auto pid = readLivingStat(psn, stat);
+    if (!pid) {
         return procNotFound;
     }
     info.processNumber = serialNumberForPID(*pid);
@@ -237,7 +242,7 @@ ProcessManager::OSErr ProcProcessList::getProcessInformation(const ProcessSerial
         return noErr;
     }
     std::string_view name = stat.shortName;
-    std::array<char, 4096> executable{};
+    std::array<char, 4096> executable; // filled by readlink(2) as far as it reads
     if (name.size() == longestShortName) {
         // The short name may be cut: the executable's own name is whole.
         std::array<char, 32> path{};
@@ -282,10 +287,8 @@ ProcessManager::OSErr ProcProcessList::setFrontProcessWithOptions(const ProcessS
     if (!pid) {
         return procNotFound;
     }
-    if (windows_ == nullptr || !windows_->hasWindows(*pid)) {
-        return appIsDaemon;
-    }
-    return windows_->activate(*pid, (options & 1) != 0) ? noErr : appIsDaemon;
+    return windows_ != nullptr && windows_->activate(*pid, (options & 1) != 0) ? noErr
+                                                                               : appIsDaemon;
 }
 
 ProcessManager::OSErr ProcProcessList::wakeUpProcess(const ProcessSerialNumber& psn)
@@ -306,10 +309,7 @@ ProcessManager::OSErr ProcProcessList::showHideProcess(const ProcessSerialNumber
     if (!pid) {
         return procNotFound;
     }
-    if (windows_ == nullptr || !windows_->hasWindows(*pid)) {
-        return appIsDaemon;
-    }
-    return windows_->setVisible(*pid, visible) ? noErr : appIsDaemon;
+    return windows_ != nullptr && windows_->setVisible(*pid, visible) ? noErr : appIsDaemon;
 }
 
 ProcessManager::OSErr ProcProcessList::sendAppleEvent(const ProcessSerialNumber& target,

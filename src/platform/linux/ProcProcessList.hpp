@@ -49,6 +49,8 @@ public:
 private:
     struct Stat;
     bool readStat(int pid, Stat& stat) const;
+    // The PID of a process that runs (not a zombie), with its stat read; none otherwise.
+    std::optional<int> readLivingStat(const ProcessSerialNumber& psn, Stat& stat) const;
     std::optional<int> livingPID(const ProcessSerialNumber& psn) const;
     bool signalAndWait(std::int32_t pid, int signal, bool stopped);
 

@@ -12,6 +12,7 @@ public:
     // False when the process has no windows on this desktop.
     virtual bool hasWindows(int pid) = 0;
     virtual bool isVisible(int pid) = 0;
+    // False, too, when the process has no windows.
     virtual bool setVisible(int pid, bool visible) = 0;
     virtual bool activate(int pid, bool frontWindowOnly) = 0;
 };
