@@ -4,7 +4,6 @@
 #include "foundation/Color.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
-#include "foundation/PropertyListCodec.hpp"
 
 #include <cstdio>
 #include <string>
@@ -77,12 +76,9 @@ int main(int argc, char** argv)
     const std::string folder = argv[1];
     FileSystem::createDirectories(folder);
     for (const Preset& preset : presets) {
-        const auto xml = PropertyListCodec::xmlFrom(layoutOf(preset));
         const std::string path =
             FileSystem::join(folder, std::string(preset.name) + ".vextolayout");
-        if (!xml ||
-            !FileSystem::writeFileAtomically(
-                path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()))) {
+        if (!writeToFileAtomically(layoutOf(preset), path)) {
             std::fprintf(stderr, "vexto-make-presets: could not write %s\n", path.c_str());
             return 1;
         }

@@ -1,5 +1,6 @@
 #include "foundation/DictionaryExtensions.hpp"
 
+#include "foundation/FileSystem.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/TypedStreamArchiver.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
@@ -75,6 +76,14 @@ std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const s
         return std::nullopt;
     }
     return std::move(*result.value->asDictionary());
+}
+
+bool writeToFileAtomically(const PlistDictionary& dictionary, const std::string& path)
+{
+    const auto xml = PropertyListCodec::xmlFrom(dictionary);
+    return xml &&
+           FileSystem::writeFileAtomically(
+               path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
 }
 
 void tryToSetObject(PlistDictionary& dictionary, const std::optional<PlistValue>& object,

@@ -34,6 +34,8 @@ void takeObjectsFromDictionary(PlistDictionary& dictionary, const PlistDictionar
 std::optional<PlistDictionary> deepMutableAutoreleasedCopy(const PlistDictionary& dictionary);
 // The file's property list when it is a dictionary; none when unreadable or of another kind.
 std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const std::string& path);
+// Writes the dictionary as an XML property list, atomically; false when nothing was written.
+bool writeToFileAtomically(const PlistDictionary& dictionary, const std::string& path);
 
 // Sets only when an object is given.
 void tryToSetObject(PlistDictionary& dictionary, const std::optional<PlistValue>& object,

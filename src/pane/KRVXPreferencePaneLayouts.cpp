@@ -1,9 +1,7 @@
 // Appearance layouts: the pull-down built afresh at every opening, and choosing, opening and
 // saving a layout.
 #include "foundation/DictionaryExtensions.hpp"
-#include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
-#include "foundation/PropertyListCodec.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/MenuExtensions.hpp"
 #include "pane/SettingKeys.hpp"
@@ -22,16 +20,6 @@ namespace keys = settingkeys;
 constexpr int fixedTopItems = 2; // the pull-down's title and "Default Appearance"
 constexpr int openItemTag = -1;
 constexpr int saveItemTag = -2;
-
-// A layout file's values; none when it cannot be read as a dictionary.
-std::optional<PlistDictionary> layoutAtPath(const std::string& path)
-{
-    auto read = PropertyListCodec::readFile(path);
-    if (!read.value || read.value->asDictionary() == nullptr) {
-        return std::nullopt;
-    }
-    return std::move(*read.value->asDictionary());
-}
 
 } // namespace
 
@@ -74,9 +62,9 @@ void KRVXPreferencePane::chooseLayoutPresets(PopUpButton& popUp)
             if (!path) {
                 return;
             }
-            layout = layoutAtPath(*path);
+            layout = deeplyMutableDictionaryWithContentsOfFile(*path);
         } else if (const auto* path = std::any_cast<std::string>(&item->representedObject())) {
-            layout = layoutAtPath(*path);
+            layout = deeplyMutableDictionaryWithContentsOfFile(*path);
         }
     }
     // No layout, or one that cannot be read, is the default appearance.
@@ -93,9 +81,7 @@ void KRVXPreferencePane::saveLayout(const std::string& title)
     PlistDictionary layout;
     for (std::string_view key : {keys::selectionGradient, keys::itemHeight, keys::maximumWidth,
                                  keys::alternatePanelFont}) {
-        if (const PlistValue* value = valueForSetting(key)) {
-            layout[std::string(key)] = *value;
-        }
+        takeObjectForKey(layout, key, settings());
     }
     const PaneOutlets& o = outlets_;
     const std::initializer_list<const View*> controls = {
@@ -107,10 +93,7 @@ void KRVXPreferencePane::saveLayout(const std::string& title)
     for (const View* control : controls) {
         storeLayout(layout, control);
     }
-    const auto xml = PropertyListCodec::xmlFrom(layout);
-    if (!xml ||
-        !FileSystem::writeFileAtomically(
-            *path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()))) {
+    if (!writeToFileAtomically(layout, *path)) {
         Log::line("could not write <" + *path + ">");
         Application::shared().beep();
     }
@@ -122,9 +105,7 @@ void KRVXPreferencePane::storeLayout(PlistDictionary& layout, const View* contro
     if (!key) {
         return;
     }
-    if (const PlistValue* value = valueForSetting(*key)) {
-        layout[std::string(*key)] = *value;
-    }
+    takeObjectForKey(layout, *key, settings());
 }
 
 std::optional<std::string> KRVXPreferencePane::chooseLayoutPathForSaving(bool saving,

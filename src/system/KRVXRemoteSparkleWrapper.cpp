@@ -1,6 +1,7 @@
 #include "system/KRVXRemoteSparkleWrapper.hpp"
 
 #include "foundation/CalendarFormat.hpp"
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FormatString.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
@@ -34,12 +35,6 @@ bool isAddress(std::string_view text)
                        schemeLetter) &&
            std::none_of(text.begin(), text.end(),
                         [](unsigned char c) { return std::isspace(c) || c < 0x20; });
-}
-
-const std::string* stringIn(const PlistDictionary& dictionary, std::string_view key)
-{
-    const auto found = dictionary.find(key);
-    return found != dictionary.end() ? found->second.asString() : nullptr;
 }
 
 } // namespace
@@ -142,24 +137,8 @@ void KRVXRemoteSparkleWrapper::updateControls()
     const auto version =
         context_.currentShortVersionString ? context_.currentShortVersionString() : std::nullopt;
     const auto recorded = objectForKey(statusKey);
-    const PlistDictionary* fields = recorded ? recorded->asDictionary() : nullptr;
-    // A status recorded by another version of the product says nothing about this one.
-    if (version && fields != nullptr) {
-        const std::string* current = stringIn(*fields, "Current Version");
-        const std::string* update = stringIn(*fields, "Update Version");
-        if (current != nullptr && *current == *version && update != nullptr) {
-            const std::string name = context_.displayName ? context_.displayName() : "";
-            status = update->empty()
-                         ? FormatString::fill(localized("%@ is up to date"), {name})
-                         : FormatString::fill(localized("%@ %@ is now available"), {name, *update});
-            const auto checked = fields->find("Check Date");
-            const auto seconds =
-                checked != fields->end() ? checked->second.integerValue() : std::nullopt;
-            if (seconds && checked->second.asString() == nullptr) {
-                date = CalendarFormat::format(localized("Last check: %B %1d, %Y - %1I:%M %p"),
-                                              *seconds);
-            }
-        }
+    if (version && recorded && recorded->asDictionary() != nullptr) {
+        statusLines(*recorded->asDictionary(), *version, status, date);
     }
     if (outlets_.statusTextField != nullptr) {
         outlets_.statusTextField->setStringValue(status);
@@ -169,6 +148,29 @@ void KRVXRemoteSparkleWrapper::updateControls()
     }
     if (context_.updatePreferencePaneFrame) {
         context_.updatePreferencePaneFrame();
+    }
+}
+
+// A status recorded by another version of the product says nothing about this one.
+void KRVXRemoteSparkleWrapper::statusLines(const PlistDictionary& fields,
+                                           const std::string& version, std::string& status,
+                                           std::string& date) const
+{
+    const PlistValue* current = vexto::objectForKey(fields, "Current Version");
+    const PlistValue* update = vexto::objectForKey(fields, "Update Version");
+    if (current == nullptr || current->asString() == nullptr || *current->asString() != version ||
+        update == nullptr || update->asString() == nullptr) {
+        return;
+    }
+    const std::string name = context_.displayName ? context_.displayName() : "";
+    const std::string& newer = *update->asString();
+    status = newer.empty() ? FormatString::fill(localized("%@ is up to date"), {name})
+                           : FormatString::fill(localized("%@ %@ is now available"), {name, newer});
+    const PlistValue* checked = vexto::objectForKey(fields, "Check Date");
+    const auto seconds =
+        checked != nullptr && !checked->isString() ? checked->integerValue() : std::nullopt;
+    if (seconds) {
+        date = CalendarFormat::format(localized("Last check: %B %1d, %Y - %1I:%M %p"), *seconds);
     }
 }
 

@@ -72,6 +72,8 @@ private:
     KRVXRemoteSparkleWrapper() = default;
     void post(std::string_view instruction);
     std::string localized(std::string_view text) const;
+    void statusLines(const PlistDictionary& fields, const std::string& version, std::string& status,
+                     std::string& date) const;
 
     Context context_;
     Outlets outlets_;

@@ -34,13 +34,11 @@ protected:
     }
     void close() { pane->didUnselect(); }
 
-    std::size_t runningDaemons() { return processes.quitRequests.size(); }
     bool savedBool(std::string_view key)
     {
-        const auto read = PropertyListCodec::readFile(settingsFile());
-        const PlistDictionary* saved = read.value ? read.value->asDictionary() : nullptr;
-        const auto found = saved != nullptr ? saved->find(key) : PlistDictionary::const_iterator{};
-        return saved != nullptr && found != saved->end() && found->second == PlistValue(true);
+        const PlistDictionary saved = savedSettings();
+        const PlistValue* value = objectForKey(saved, key);
+        return value != nullptr && *value == PlistValue(true);
     }
     void daemonWrites(PlistDictionary defaults)
     {

@@ -30,7 +30,7 @@ protected:
 
     static void writeLayout(const std::string& path, const PlistDictionary& layout)
     {
-        writeText(path, *PropertyListCodec::xmlFrom(layout));
+        ASSERT_TRUE(writeToFileAtomically(layout, path));
     }
     std::string userLayouts() const
     {
@@ -51,12 +51,6 @@ protected:
         layouts().willOpenMenu();
         layouts().userDidChooseItem(
             *layouts().itemAtIndex(layouts().menu().indexOfItemWithTitle(title)));
-    }
-    PlistDictionary saved() const
-    {
-        const auto read = PropertyListCodec::readFile(settingsFile());
-        return read.value && read.value->asDictionary() ? *read.value->asDictionary()
-                                                        : PlistDictionary{};
     }
 
     FakeAlerts panels;
@@ -114,7 +108,7 @@ TEST_F(LayoutsTest, ALayoutWithOnlyASelectionColourResetsTheRest)
     EXPECT_EQ(o().selectionColorWell->color(), red);
     EXPECT_EQ(o().keyBadgeColorWell->color(), red) << "the badge follows the selection";
     EXPECT_EQ(o().backgroundColorWell->color(), Color::calibratedWhite(0.0f, 0.5f));
-    const PlistDictionary written = saved();
+    const PlistDictionary written = savedSettings();
     EXPECT_FALSE(written.contains(keys::backgroundColor));
     EXPECT_EQ(written.at(std::string(keys::itemHeight)), PlistValue(48.0));
     EXPECT_EQ(written.at(std::string(keys::maximumWidth)), PlistValue(-1.0));
@@ -137,9 +131,10 @@ TEST_F(LayoutsTest, SavingWritesOnlyWhatTheSettingsHold)
     EXPECT_EQ(panels.panels[0].allowedFileType, "vextolayout");
     EXPECT_EQ(panels.panels[0].nameFieldStringValue, "Untitled");
     EXPECT_EQ(panels.panels[0].directory, userLayouts());
-    const auto read = PropertyListCodec::readFile(userLayouts() + "/Mine.vextolayout");
-    ASSERT_TRUE(read.value && read.value->asDictionary());
-    const PlistDictionary& layout = *read.value->asDictionary();
+    const auto read =
+        deeplyMutableDictionaryWithContentsOfFile(userLayouts() + "/Mine.vextolayout");
+    ASSERT_TRUE(read);
+    const PlistDictionary& layout = *read;
     // Reduced Spaces support: the space colour is kept under "Space Indicator Color".
     EXPECT_EQ(layout.size(), 2u);
     EXPECT_TRUE(layout.contains(keys::spaceIndicatorColor));
@@ -165,7 +160,7 @@ TEST_F(LayoutsTest, FailuresAreToldAndNothingIsLost)
     writeText(home.file("broken.vextolayout"), "<plist><dict><key>x</key>");
     panels.fileAnswers.push_back(home.file("broken.vextolayout"));
     choose("Open...");
-    EXPECT_EQ(saved().at(std::string(keys::itemHeight)), PlistValue(48.0));
+    EXPECT_EQ(savedSettings().at(std::string(keys::itemHeight)), PlistValue(48.0));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../foundation/TestSupport.hpp"
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "pane/KRVXPreferencePane.hpp"
@@ -79,6 +80,13 @@ protected:
     {
         writeText(resources() + "/KRVXDefaultSettings.plist",
                   *PropertyListCodec::xmlFrom(defaults));
+    }
+
+    // What the settings file on disk holds; empty when there is none.
+    PlistDictionary savedSettings() const
+    {
+        return deeplyMutableDictionaryWithContentsOfFile(settingsFile())
+            .value_or(PlistDictionary{});
     }
 
     void writeSettings(const PlistDictionary& settings)

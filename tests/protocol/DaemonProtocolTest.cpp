@@ -2,8 +2,8 @@
 // desktop: real processes, real signals, real files in a home folder of the test's own.
 #include "../foundation/TestSupport.hpp"
 #include "../support/DBusSession.hpp"
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/HomeDirectory.hpp"
-#include "foundation/PropertyListCodec.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "platform/fake/FakeAccessibilityStatus.hpp"
 #include "platform/fake/FakeAlerts.hpp"
@@ -190,9 +190,9 @@ TEST_F(DaemonProtocolTest, TheFirstStartHappensOnceAndOnlyWithAccess)
     open();
     ASSERT_TRUE(runUntil([&] { return daemonPIDs().size() == 1; }, 3.0));
     const std::string settings = home.file("Library/Application Support/Vexto/Settings.plist");
-    const auto saved = PropertyListCodec::readFile(settings);
-    ASSERT_TRUE(saved.value && saved.value->asDictionary());
-    EXPECT_EQ(saved.value->asDictionary()->at("Auto-Enabled Once"), PlistValue(true));
+    const auto saved = deeplyMutableDictionaryWithContentsOfFile(settings);
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->at("Auto-Enabled Once"), PlistValue(true));
 
     // Stopped by the user once it says it runs, it stays stopped the next time the pane opens.
     ASSERT_TRUE(runUntil([&] { return o().enableButton->title() == "Disable Vexto"; }, 3.0));

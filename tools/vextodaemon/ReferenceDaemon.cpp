@@ -1,11 +1,13 @@
 #include "ReferenceDaemon.hpp"
 
 #include "foundation/Bundle.hpp"
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
+#include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "system/DaemonNotifications.hpp"
 #include "system/KRVXRemoteSparkleWrapper.hpp"
@@ -19,12 +21,13 @@ namespace {
 namespace names = daemonnotifications;
 using Wrapper = KRVXRemoteSparkleWrapper;
 
-std::string settingsPath()
+// A file in the product's folder of the user's Application Support.
+std::string productFile(std::string_view name)
 {
     return HomeDirectory::expandTilde(
         FileSystem::join(FileSystem::join(std::string(product::applicationSupportFolder),
                                           std::string(product::productFolderName)),
-                         std::string(product::settingsFileName)));
+                         std::string(name)));
 }
 
 // The next number of a dotted version, and the rest after it.
@@ -56,16 +59,12 @@ ReferenceDaemon::~ReferenceDaemon()
 
 std::string ReferenceDaemon::feedPath()
 {
-    return HomeDirectory::expandTilde(
-        FileSystem::join(FileSystem::join(std::string(product::applicationSupportFolder),
-                                          std::string(product::productFolderName)),
-                         "UpdateFeed.plist"));
+    return productFile("UpdateFeed.plist");
 }
 
 std::string ReferenceDaemon::defaultsPath()
 {
-    return HomeDirectory::expandTilde("~/Library/Preferences/" +
-                                      std::string(product::bundleIdentifier) + ".plist");
+    return PreferencesFolder::pathForDomain(std::string(product::bundleIdentifier));
 }
 
 int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
@@ -114,7 +113,7 @@ void ReferenceDaemon::quit(const std::string& reason)
 
 void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
 {
-    const std::string path = settingsPath();
+    const std::string path = productFile(product::settingsFileName);
     const auto read = PropertyListCodec::readFile(path);
     const PlistDictionary* settings = read.value ? read.value->asDictionary() : nullptr;
     if (settings == nullptr) {
@@ -145,8 +144,8 @@ void ReferenceDaemon::toggleAutomaticChecks()
 {
     PlistDictionary defaults = readDefaults();
     const std::string key(Wrapper::automaticChecksKey);
-    const auto found = defaults.find(key);
-    const bool was = found == defaults.end() || found->second.boolValue().value_or(true);
+    const PlistValue* stored = objectForKey(defaults, key);
+    const bool was = stored == nullptr || stored->boolValue().value_or(true);
     defaults[key] = PlistValue(!was);
     if (writeDefaults(defaults)) {
         Log::line(std::string("automatic update checks ") + (was ? "off" : "on"));
@@ -157,13 +156,11 @@ void ReferenceDaemon::checkNow()
 {
     const std::string current = currentShortVersion();
     std::string newer;
-    const auto feed = PropertyListCodec::readFile(feedPath());
-    const PlistDictionary* fields = feed.value ? feed.value->asDictionary() : nullptr;
-    const auto latest =
-        fields != nullptr ? fields->find("Latest Version") : PlistDictionary::const_iterator{};
-    if (fields != nullptr && latest != fields->end() && latest->second.asString() != nullptr &&
-        compareVersions(*latest->second.asString(), current) > 0) {
-        newer = *latest->second.asString();
+    const auto feed = deeplyMutableDictionaryWithContentsOfFile(feedPath());
+    const PlistValue* latest = feed ? objectForKey(*feed, "Latest Version") : nullptr;
+    if (latest != nullptr && latest->isString() &&
+        compareVersions(*latest->asString(), current) > 0) {
+        newer = *latest->asString();
     }
     PlistDictionary defaults = readDefaults();
     defaults[std::string(Wrapper::statusKey)] =
@@ -178,19 +175,14 @@ void ReferenceDaemon::checkNow()
 
 PlistDictionary ReferenceDaemon::readDefaults() const
 {
-    const auto read = PropertyListCodec::readFile(defaultsPath());
-    const PlistDictionary* defaults = read.value ? read.value->asDictionary() : nullptr;
-    return defaults != nullptr ? *defaults : PlistDictionary{};
+    return deeplyMutableDictionaryWithContentsOfFile(defaultsPath()).value_or(PlistDictionary{});
 }
 
 bool ReferenceDaemon::writeDefaults(const PlistDictionary& defaults) const
 {
     const std::string path = defaultsPath();
-    const auto xml = PropertyListCodec::xmlFrom(defaults);
-    const bool written =
-        xml && FileSystem::createDirectories(FileSystem::folderOf(path)) &&
-        FileSystem::writeFileAtomically(
-            path, std::span(reinterpret_cast<const std::uint8_t*>(xml->data()), xml->size()));
+    const bool written = FileSystem::createDirectories(FileSystem::folderOf(path)) &&
+                         writeToFileAtomically(defaults, path);
     if (!written) {
         Log::line("could not write " + path);
     }

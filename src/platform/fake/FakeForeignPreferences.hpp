@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/DictionaryExtensions.hpp"
 #include "ports/ForeignPreferences.hpp"
 
 #include <map>
@@ -17,9 +18,8 @@ public:
         if (found == domains.end()) {
             return std::nullopt;
         }
-        const auto value = found->second.find(key);
-        return value != found->second.end() ? std::optional<PlistValue>(value->second)
-                                            : std::nullopt;
+        const PlistValue* value = objectForKey(found->second, key);
+        return value != nullptr ? std::optional<PlistValue>(*value) : std::nullopt;
     }
 
     std::map<std::string, PlistDictionary> domains;

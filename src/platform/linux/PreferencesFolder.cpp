@@ -1,8 +1,8 @@
 #include "platform/linux/PreferencesFolder.hpp"
 
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
-#include "foundation/PropertyListCodec.hpp"
 
 namespace vexto {
 
@@ -18,13 +18,9 @@ std::optional<PlistValue> PreferencesFolder::copyAppValue(const std::string& key
     if (domain.empty() || domain.find('/') != std::string::npos || domain.front() == '.') {
         return std::nullopt;
     }
-    const auto read = PropertyListCodec::readFile(pathForDomain(domain));
-    const PlistDictionary* values = read.value ? read.value->asDictionary() : nullptr;
-    if (values == nullptr) {
-        return std::nullopt;
-    }
-    const auto found = values->find(key);
-    return found != values->end() ? std::optional<PlistValue>(found->second) : std::nullopt;
+    const auto values = deeplyMutableDictionaryWithContentsOfFile(pathForDomain(domain));
+    const PlistValue* value = values ? objectForKey(*values, key) : nullptr;
+    return value != nullptr ? std::optional<PlistValue>(*value) : std::nullopt;
 }
 
 } // namespace vexto
