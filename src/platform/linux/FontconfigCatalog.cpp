@@ -42,9 +42,15 @@ FcConfig* loadConfig(const std::string& configFile)
 
 } // namespace
 
-FontconfigCatalog::FontconfigCatalog(const std::string& configFile)
+FontconfigCatalog::FontconfigCatalog(const std::string& configFile) : configFile_(configFile) {}
+
+void FontconfigCatalog::loadIfNeeded() const
 {
-    FcConfig* config = loadConfig(configFile);
+    if (loaded_) {
+        return;
+    }
+    loaded_ = true;
+    FcConfig* config = loadConfig(configFile_);
     if (config == nullptr) {
         return;
     }
@@ -91,6 +97,7 @@ FontconfigCatalog::FontconfigCatalog(const std::string& configFile)
 
 std::vector<std::string> FontconfigCatalog::availableFontFamilies() const
 {
+    loadIfNeeded();
     std::vector<std::string> names;
     for (const auto& [family, members] : families_) {
         names.push_back(family);
@@ -101,6 +108,7 @@ std::vector<std::string> FontconfigCatalog::availableFontFamilies() const
 std::vector<std::string>
 FontconfigCatalog::availableMembersOfFontFamily(const std::string& family) const
 {
+    loadIfNeeded();
     std::vector<std::string> names;
     if (const auto found = families_.find(family); found != families_.end()) {
         for (const Member& member : found->second) {
@@ -112,6 +120,7 @@ FontconfigCatalog::availableMembersOfFontFamily(const std::string& family) const
 
 std::optional<Font> FontconfigCatalog::fontWithName(const std::string& fontName, double size) const
 {
+    loadIfNeeded();
     const auto found = byFontName_.find(fontName);
     if (found == byFontName_.end()) {
         return std::nullopt;

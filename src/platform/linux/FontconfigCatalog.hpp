@@ -8,7 +8,8 @@ namespace vexto {
 
 // The fonts fontconfig knows. A font's name is its PostScript name and its display name its
 // full name (or family and style); a family's members come in order of weight, slant and
-// width. The list is read once, when the catalog is made.
+// width. The list is read once, at the first question: reading it costs milliseconds, which a
+// pane that never opens its font menu need not pay.
 class FontconfigCatalog final : public FontCatalog {
 public:
     // The system's configuration, or the configuration file given.
@@ -19,6 +20,8 @@ public:
     std::optional<Font> fontWithName(const std::string& fontName, double size) const override;
 
 private:
+    void loadIfNeeded() const;
+
     struct Member {
         std::string fontName;
         std::string displayName;
@@ -29,8 +32,10 @@ private:
         std::string style;
     };
 
-    std::map<std::string, std::vector<Member>> families_;
-    std::map<std::string, Member> byFontName_;
+    std::string configFile_;
+    mutable bool loaded_ = false;
+    mutable std::map<std::string, std::vector<Member>> families_;
+    mutable std::map<std::string, Member> byFontName_;
 };
 
 } // namespace vexto
