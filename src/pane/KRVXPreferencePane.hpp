@@ -195,7 +195,6 @@ public:
     // After a change of the active Space the tap is made again 0.1 s later, to be first again.
     void reregisterKeyEventTap();
     bool reenableKeyEventTap();
-    bool hasKeyEventTap() const { return keyEventTap_ != nullptr; }
     // The routing rule: true when the event was delivered to the recording field (swallowed).
     bool KRVXTapKeyEvent(const Event& event);
 
