@@ -332,8 +332,10 @@ void KRVXPreferencePane::updateEnabledStatus()
 {
     environment_.runLoop.cancelPreviousPerformRequests(this, updateEnabledStatusSelector,
                                                        PerformArgument{});
-    showEnabledState(isEnabled());
-    KRVXRemoteSparkleWrapper::sharedSparkleWrapper().updateControls();
+    // One look at the process list serves the button and the update controls alike.
+    const bool enabled = isEnabled();
+    showEnabledState(enabled);
+    KRVXRemoteSparkleWrapper::sharedSparkleWrapper().updateControlsForDaemonEnabled(enabled);
 }
 
 void KRVXPreferencePane::updateEnabledStatusSoon()

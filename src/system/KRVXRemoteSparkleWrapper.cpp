@@ -125,7 +125,14 @@ void KRVXRemoteSparkleWrapper::updateControls()
     if (outlets_.autoUpdateCheckingSwitch == nullptr) {
         return;
     }
-    const bool enabled = context_.isDaemonEnabled && context_.isDaemonEnabled();
+    updateControlsForDaemonEnabled(context_.isDaemonEnabled && context_.isDaemonEnabled());
+}
+
+void KRVXRemoteSparkleWrapper::updateControlsForDaemonEnabled(bool enabled)
+{
+    if (outlets_.autoUpdateCheckingSwitch == nullptr) {
+        return;
+    }
     if (outlets_.checkNowButton != nullptr) {
         outlets_.checkNowButton->setEnabled(enabled);
     }

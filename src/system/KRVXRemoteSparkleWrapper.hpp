@@ -66,6 +66,8 @@ public:
     std::optional<PlistValue> objectForKey(std::string_view key) const;
     bool automaticallyChecksForUpdates() const;
     void updateControls();
+    // The same, for a caller that has just asked whether the daemon runs.
+    void updateControlsForDaemonEnabled(bool enabled);
     void handleInstruction(const std::optional<std::string>& object);
 
 private:
