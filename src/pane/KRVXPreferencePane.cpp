@@ -74,8 +74,8 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
 {
     daemon_.setLooksOnly(environment.drawingOnly);
     if (environment.processes != nullptr) {
-        ProcessPlatform::install(environment.processes, environment.processSignals,
-                                 &environment.runLoop);
+        previousProcessPorts_ = ProcessPlatform::install(
+            environment.processes, environment.processSignals, &environment.runLoop);
     }
     actions_.on("enable:", [this](const ActionSender&) { enable(); });
     actions_.on("toggleAutomaticChecking:", [](const ActionSender&) {
@@ -103,7 +103,9 @@ KRVXPreferencePane::~KRVXPreferencePane()
     if (singleton() == this) {
         singleton() = nullptr;
         KRVXRemoteSparkleWrapper::sharedSparkleWrapper().disconnect();
-        ProcessPlatform::uninstall();
+    }
+    if (previousProcessPorts_) {
+        ProcessPlatform::restore(*previousProcessPorts_);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "pane/PaneOutlets.hpp"
 #include "pane/SettingsStore.hpp"
 #include "system/DaemonControl.hpp"
+#include "system/ProcessPlatform.hpp"
 #include "toolkit/ActionTarget.hpp"
 #include "toolkit/Menu.hpp"
 #include "toolkit/PaneEnvironment.hpp"
@@ -221,6 +222,8 @@ private:
     std::shared_ptr<View> mainView_;
     std::string feedbackLink_;
     std::unique_ptr<KeyEventTap> keyEventTap_;
+    // What the process model used before this pane gave it its process list.
+    std::optional<ProcessPlatform::Ports> previousProcessPorts_;
 };
 
 // --- helpers every part of the pane uses ---

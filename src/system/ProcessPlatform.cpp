@@ -4,6 +4,8 @@
 #include "ports/ProcessSignals.hpp"
 #include "ports/RunLoop.hpp"
 
+#include <utility>
+
 namespace vexto {
 
 namespace {
@@ -46,16 +48,10 @@ public:
     std::optional<bool> isStopped(std::int32_t) override { return std::nullopt; }
 };
 
-struct Installed {
-    ProcessManager* manager = nullptr;
-    ProcessSignals* signals = nullptr;
-    RunLoop* runLoop = nullptr;
-};
-
-Installed& installed()
+ProcessPlatform::Ports& installed()
 {
-    static Installed platform;
-    return platform;
+    static ProcessPlatform::Ports ports;
+    return ports;
 }
 
 NoProcesses& noProcesses()
@@ -66,9 +62,10 @@ NoProcesses& noProcesses()
 
 } // namespace
 
-void ProcessPlatform::install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop)
+ProcessPlatform::Ports ProcessPlatform::install(ProcessManager* manager, ProcessSignals* signals,
+                                                RunLoop* runLoop)
 {
-    installed() = Installed{manager, signals, runLoop};
+    return std::exchange(installed(), Ports{manager, signals, runLoop});
 }
 
 ProcessManager& ProcessPlatform::manager()

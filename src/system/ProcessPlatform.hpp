@@ -10,7 +10,18 @@ class RunLoop;
 // pane (or a test). Until then every question is answered as if no process existed.
 class ProcessPlatform {
 public:
-    static void install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop);
+    struct Ports {
+        ProcessManager* manager = nullptr;
+        ProcessSignals* signals = nullptr;
+        RunLoop* runLoop = nullptr;
+    };
+
+    // Returns what was installed before, for whoever installs to put back when done.
+    static Ports install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop);
+    static void restore(const Ports& ports)
+    {
+        install(ports.manager, ports.signals, ports.runLoop);
+    }
     static void uninstall() { install(nullptr, nullptr, nullptr); }
 
     static ProcessManager& manager();

@@ -51,8 +51,7 @@ protected:
 
     void TearDown() override
     {
-        pane.reset(); // which also takes the process list away from the process model
-        ProcessPlatform::install(&processes, &processes, &loop);
+        pane.reset();
         // Every daemon now running was started by this test.
         for (const QLVXProcess& daemon : QLVXProcess::everyProcessNamed("vextodaemon")) {
             ::kill(daemon.PID(), SIGKILL);
