@@ -4,6 +4,7 @@
 #include "foundation/NumericText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 #include "toolkit/Button.hpp"
+#include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/Control.hpp"
 #include "toolkit/PopUpButton.hpp"
@@ -185,6 +186,32 @@ std::string JsonDescriptions::window(const Window& window, const TabView* tabs)
     return "{\"frame\":" + frame(window.frame()) +
            ",\"selectedTab\":" + (selected != nullptr ? string(selected->identifier()) : "null") +
            "}";
+}
+
+std::string JsonDescriptions::colorPanel(const ColorPanel& panel)
+{
+    const ColorWell* well = panel.activeWell();
+    const View* strip = panel.accessoryView().get();
+    const Slider* slider = strip != nullptr ? enclosedSlider(*strip) : nullptr;
+    return std::string("{\"visible\":") + (panel.isVisible() ? "true" : "false") +
+           ",\"color\":" + string(panel.color().description()) +
+           ",\"well\":" + (well != nullptr ? string(well->title()) : "null") + ",\"strip\":" +
+           (slider != nullptr ? "{\"value\":" + number(slider->doubleValue()) +
+                                    ",\"min\":" + number(slider->minValue()) +
+                                    ",\"max\":" + number(slider->maxValue()) +
+                                    ",\"frame\":" + frame(strip->frame()) + "}"
+                              : "null") +
+           "}";
+}
+
+Slider* JsonDescriptions::enclosedSlider(const View& view)
+{
+    for (const auto& subview : view.subviews()) {
+        if (auto* slider = dynamic_cast<Slider*>(subview.get())) {
+            return slider;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace vexto

@@ -7,6 +7,8 @@
 
 namespace vexto {
 
+class ColorPanel;
+class Slider;
 class View;
 class Window;
 class TabView;
@@ -22,6 +24,11 @@ public:
     static std::string control(std::string_view outlet, const View& view,
                                std::string_view link = {});
     static std::string window(const Window& window, const TabView* tabs);
+    // The colour panel: shown or not, its colour, the title of the well it edits, and the
+    // slider on its accessory strip (null without one).
+    static std::string colorPanel(const ColorPanel& panel);
+    // The first slider directly on a view (a colour panel's strip), or none.
+    static Slider* enclosedSlider(const View& view);
 };
 
 } // namespace vexto

@@ -10,6 +10,7 @@
 #include "ports/RunLoop.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
+#include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/PreferencePane.hpp"
@@ -226,6 +227,19 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
     if (command == "slide") {
         return slide(words, error);
     }
+    if (command == "gradient") {
+        return setGradient(words, error);
+    }
+    if (command == "click-strip") {
+        return clickStrip(words, error);
+    }
+    if (command == "print-color-panel") {
+        if (!expectWords(words, 1, error)) {
+            return false;
+        }
+        out_ << JsonDescriptions::colorPanel(ColorPanel::shared()) << '\n';
+        return true;
+    }
     if (command == "type") {
         return type(words, error);
     }
@@ -361,6 +375,52 @@ bool ScriptRunner::slide(const Words& words, std::string& error)
     Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
     slider->setDoubleValue(*value);
     slider->sendAction();
+    return true;
+}
+
+// As a person does it: the well is clicked unless it is active already, which brings up the
+// colour panel, and then the strip's slider is dragged.
+bool ScriptRunner::setGradient(const Words& words, std::string& error)
+{
+    auto* well = dynamic_cast<ColorWell*>(outlet(words, 1, error));
+    const auto value = words.size() == 3 ? number(words[2]) : std::nullopt;
+    if (well == nullptr || !value) {
+        return error.empty() ? fail(error, "gradient takes a colour well and a value") : false;
+    }
+    if (!well->isActive()) {
+        well->performClick();
+    }
+    const View* strip = ColorPanel::shared().accessoryView().get();
+    Slider* slider = strip != nullptr ? JsonDescriptions::enclosedSlider(*strip) : nullptr;
+    if (slider == nullptr) {
+        return fail(error, words[1] + " puts no gradient strip on the colour panel");
+    }
+    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
+    slider->setDoubleValue(*value);
+    slider->sendAction();
+    return true;
+}
+
+// A click on the colour panel's strip: "left" and "right" near its ends, "middle", or at a
+// distance in points from its left edge.
+bool ScriptRunner::clickStrip(const Words& words, std::string& error)
+{
+    View* strip = ColorPanel::shared().accessoryView().get();
+    if (strip == nullptr) {
+        return fail(error, "the colour panel shows no strip");
+    }
+    const double width = strip->bounds().width();
+    const std::string where = words.size() == 2 ? words[1] : std::string();
+    const auto x = where == "left"     ? std::optional<double>(1)
+                   : where == "right"  ? std::optional<double>(width - 1)
+                   : where == "middle" ? std::optional<double>(width / 2)
+                                       : number(where);
+    if (!x) {
+        return fail(error, "click-strip takes left, right, middle or a distance in points");
+    }
+    const Point inStrip{*x, strip->bounds().height() / 2};
+    strip->mouseDown(
+        Event::mouse(Event::Type::LeftMouseDown, strip->convertPointToView(inStrip, nullptr)));
     return true;
 }
 

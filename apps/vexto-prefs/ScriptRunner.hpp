@@ -43,6 +43,8 @@ private:
     bool choose(const Words& words, std::string& error);
     bool chooseSubmenu(const Words& words, std::string& error);
     bool slide(const Words& words, std::string& error);
+    bool setGradient(const Words& words, std::string& error);
+    bool clickStrip(const Words& words, std::string& error);
     bool type(const Words& words, std::string& error);
     bool press(const Words& words, std::string& error);
     bool clear(const Words& words, std::string& error);

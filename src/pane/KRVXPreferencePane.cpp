@@ -137,7 +137,7 @@ View* KRVXPreferencePane::loadMainView()
         [this](const std::string& name) { return uncachedPreferencePaneResourceImage(name); });
     KRVXLinkTextField::setWorkspace(&environment_.workspace);
     PaneInterfaceBuilder builder([](std::string_view text) { return KRVXLocalizedString(text); },
-                                 this, this);
+                                 this, this, this);
     outlets_ = PaneOutlets{};
     mainView_ = builder.build(outlets_);
     if (!mainView_) {

@@ -11,6 +11,7 @@
 #include "toolkit/PreferencePane.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "widgets/KRVXGradientColorWellDelegate.hpp"
 
 #include <memory>
 #include <optional>
@@ -32,7 +33,8 @@ class KRVXPreferencePane : public PreferencePane,
                            public ActionTarget,
                            public TabViewDelegate,
                            public MenuDelegate,
-                           public TextFieldDelegate {
+                           public TextFieldDelegate,
+                           public KRVXGradientColorWellDelegate {
 public:
     static constexpr double bottomWindowMargin = 27.0;
     static constexpr double firstGuessWidth = 668.0;
@@ -165,8 +167,8 @@ public:
     static constexpr const char* sharedLayoutsPath = "/Library/Application Support/Vexto/Layouts";
 
     // The selection colour's shading, in steps (default -15); 0 for other wells.
-    std::int64_t gradientValueForWell(const ColorWell* well);
-    void setGradientValue(std::int64_t value, const ColorWell* well);
+    std::int64_t gradientValueForWell(const ColorWell* well) override;
+    void setGradientValue(std::int64_t value, const ColorWell* well) override;
 
 private:
     void hideSpacesControlsOnOlderSystems();

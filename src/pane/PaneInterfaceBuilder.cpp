@@ -10,6 +10,7 @@
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/TextField.hpp"
+#include "widgets/KRVXGradientColorWell.hpp"
 #include "widgets/KRVXHeaderTextField.hpp"
 #include "widgets/KRVXHeaderView.hpp"
 #include "widgets/KRVXLinkTextField.hpp"
@@ -113,7 +114,12 @@ public:
         return place(pullDown, frame);
     }
 
-    ColorWell* well(Rect frame) { return place(std::make_shared<ColorWell>(), frame); }
+    // Every well is a gradient well, so that activating one without a shading to set takes
+    // the selection's gradient strip off the colour panel.
+    KRVXGradientColorWell* well(Rect frame)
+    {
+        return place(std::make_shared<KRVXGradientColorWell>(), frame);
+    }
 
     Slider* slider(double minValue, double maxValue, Rect frame)
     {
@@ -285,9 +291,10 @@ struct WellRow {
     const char* title;
     ColorWell** well;
     TextField** label = nullptr;
+    bool shaded = false;
 };
 
-void buildAppearance(Page& page, PaneOutlets& o)
+void buildAppearance(Page& page, PaneOutlets& o, KRVXGradientColorWellDelegate* gradientDelegate)
 {
     double y = page.nextRow();
     page.label("Layout:", labelFrame(y));
@@ -310,7 +317,7 @@ void buildAppearance(Page& page, PaneOutlets& o)
     page.skip(8);
     const WellRow wells[] = {
         {"Background:", &o.backgroundColorWell},
-        {"Selection:", &o.selectionColorWell},
+        {"Selection:", &o.selectionColorWell, nullptr, true},
         {"Selection border:", &o.selectionBorderColorWell},
         {"Application names:", &o.applicationNameColorWell},
         {"Window names:", &o.windowNameColorWell},
@@ -326,7 +333,11 @@ void buildAppearance(Page& page, PaneOutlets& o)
         if (row.label != nullptr) {
             *row.label = label;
         }
-        *row.well = page.well(controlFrame(y, 52));
+        KRVXGradientColorWell* well = page.well(controlFrame(y, 52));
+        if (row.shaded) {
+            well->setGradientDelegate(gradientDelegate);
+        }
+        *row.well = well;
         (*row.well)->setTitle(wellTitle(label->stringValue()));
     }
     // Exactly one Spaces row lower: older systems move the box up into the hidden row.
@@ -411,8 +422,10 @@ void buildAbout(Page& page, PaneOutlets& o)
 } // namespace
 
 PaneInterfaceBuilder::PaneInterfaceBuilder(Localizer localized, ActionTarget* target,
-                                           TextFieldDelegate* textDelegate)
-    : localized_(std::move(localized)), target_(target), textDelegate_(textDelegate)
+                                           TextFieldDelegate* textDelegate,
+                                           KRVXGradientColorWellDelegate* gradientDelegate)
+    : localized_(std::move(localized)), target_(target), textDelegate_(textDelegate),
+      gradientDelegate_(gradientDelegate)
 {}
 
 std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
@@ -450,7 +463,7 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
          }},
         {"appearance", "Appearance",
          [&](Page& page) {
-             buildAppearance(page, o);
+             buildAppearance(page, o, gradientDelegate_);
          }},
         {"windows", "Windows",
          [&](Page& page) {

@@ -10,6 +10,7 @@
 namespace vexto {
 
 class ActionTarget;
+class KRVXGradientColorWellDelegate;
 class TextFieldDelegate;
 class View;
 
@@ -27,8 +28,9 @@ public:
     static constexpr float spacesRowHeight = 30;
     static constexpr float sliderRowsShift = 15;
 
-    PaneInterfaceBuilder(Localizer localized, ActionTarget* target,
-                         TextFieldDelegate* textDelegate);
+    // The gradient delegate keeps the selection colour's shading.
+    PaneInterfaceBuilder(Localizer localized, ActionTarget* target, TextFieldDelegate* textDelegate,
+                         KRVXGradientColorWellDelegate* gradientDelegate);
 
     // The main view, with every outlet filled in.
     std::shared_ptr<View> build(PaneOutlets& outlets) const;
@@ -37,6 +39,7 @@ private:
     Localizer localized_;
     ActionTarget* target_;
     TextFieldDelegate* textDelegate_;
+    KRVXGradientColorWellDelegate* gradientDelegate_;
 };
 
 } // namespace vexto

@@ -4,6 +4,7 @@
 #include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 
+#include <QBoxLayout>
 #include <QColorDialog>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,6 +12,29 @@
 namespace vexto {
 
 namespace {
+
+// Holds the colour panel's accessory view under the colour chooser: the view is as wide as the
+// dialog and keeps its own height, and its subviews follow its width as they are told to.
+class AccessoryHolder final : public QWidget {
+public:
+    AccessoryHolder(std::shared_ptr<View> accessory, QWidget* parent)
+        : QWidget(parent), accessory_(accessory), mirror_(QtViewMirror::create(accessory, this))
+    {
+        setFixedHeight(int(accessory_->frame().height()));
+        setMinimumWidth(int(accessory_->frame().width()));
+    }
+
+protected:
+    void resizeEvent(QResizeEvent*) override
+    {
+        accessory_->setFrameSize(Size{double(width()), accessory_->frame().height()});
+        mirror_->place();
+    }
+
+private:
+    std::shared_ptr<View> accessory_;
+    std::unique_ptr<QtViewMirror> mirror_;
+};
 
 class Swatch final : public QWidget {
 public:
@@ -34,6 +58,12 @@ protected:
             }
         }
         painter.fillRect(inner, QtCanvas::qtColor(well_.color()));
+        {
+            // What the well adds over its colour (a gradient well's shading), in its own
+            // coordinates.
+            QtCanvas canvas(painter, well_.frame().height());
+            well_.drawRect(canvas, well_.bounds());
+        }
         if (!well_.isEnabled()) {
             painter.fillRect(outer, QColor(255, 255, 255, 120));
         }
@@ -48,10 +78,21 @@ protected:
         if (!well_.isActive()) {
             return;
         }
-        const auto options = ColorPanel::ignoresAlpha() ? QColorDialog::ColorDialogOptions()
-                                                        : QColorDialog::ShowAlphaChannel;
-        const QColor chosen = QColorDialog::getColor(
-            QtCanvas::qtColor(well_.color()), this, QString::fromStdString(well_.title()), options);
+        QColorDialog dialog(QtCanvas::qtColor(well_.color()), this);
+        dialog.setWindowTitle(QString::fromStdString(well_.title()));
+        // Qt's own dialog, so that the panel's accessory view can sit in its layout.
+        dialog.setOptions(ColorPanel::ignoresAlpha()
+                              ? QColorDialog::DontUseNativeDialog
+                              : QColorDialog::DontUseNativeDialog | QColorDialog::ShowAlphaChannel);
+        if (const auto& accessory = ColorPanel::shared().accessoryView()) {
+            auto* holder = new AccessoryHolder(accessory, &dialog);
+            if (auto* box = qobject_cast<QBoxLayout*>(dialog.layout())) {
+                box->insertWidget(box->count() - 1, holder); // above the buttons
+            } else {
+                dialog.layout()->addWidget(holder);
+            }
+        }
+        const QColor chosen = dialog.exec() == QDialog::Accepted ? dialog.currentColor() : QColor();
         if (chosen.isValid()) {
             ColorPanel::shared().userDidPickColor(
                 Color::calibratedRGB(float(chosen.redF()), float(chosen.greenF()),

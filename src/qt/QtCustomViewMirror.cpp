@@ -60,13 +60,17 @@ protected:
 private:
     void send(Event::Type type, QMouseEvent* event)
     {
-        Window* window = view_.window();
-        if (window == nullptr) {
-            return;
-        }
         const QPointF local = event->position();
         const Point inView{local.x(), view_.frame().height() - local.y()};
         Event modelEvent = Event::mouse(type, view_.convertPointToView(inView, nullptr));
+        Window* window = view_.window();
+        if (window == nullptr) {
+            // A view outside any window (a colour panel's accessory) takes its clicks itself.
+            if (type == Event::Type::LeftMouseDown) {
+                view_.mouseDown(modelEvent);
+            }
+            return;
+        }
         if (window->isWaitingForEvents()) {
             window->postEvent(modelEvent); // a click's tracking loop reads it
             return;

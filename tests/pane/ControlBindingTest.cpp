@@ -1,6 +1,7 @@
 #include "PaneTestFixture.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "toolkit/Button.hpp"
+#include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
@@ -176,6 +177,29 @@ TEST_F(ControlBindingTest, ShadowsAndNamesAskTheDaemonForASampleButQuickLookBord
     o().quickLookBorderColorWell->sendAction();
     loop.advance(0.5);
     EXPECT_EQ(center.posted().back().object, std::nullopt);
+}
+
+TEST_F(ControlBindingTest, TheSelectionStripStoresItsSnappedShadingLaterAndAsksForASample)
+{
+    pane->settings();
+    center.clearPosted();
+    o().selectionColorWell->performClick();
+    const View* strip = ColorPanel::shared().accessoryView().get();
+    ASSERT_NE(strip, nullptr);
+    auto* slider = dynamic_cast<Slider*>(strip->subviews().at(0).get());
+    ASSERT_NE(slider, nullptr);
+    EXPECT_EQ(slider->doubleValue(), -15) << "no stored shading reads as the default";
+
+    slider->setDoubleValue(5);
+    slider->sendAction();
+    EXPECT_TRUE(center.posted().empty());
+    loop.advance(0.5);
+    ASSERT_EQ(center.posted().size(), 1u);
+    EXPECT_EQ(center.posted()[0].object, "Dummy");
+    EXPECT_EQ(objectForKey(savedSettings(), keys::selectionGradient)->integerValue(), 8);
+
+    o().backgroundColorWell->performClick();
+    EXPECT_EQ(ColorPanel::shared().accessoryView(), nullptr);
 }
 
 } // namespace
