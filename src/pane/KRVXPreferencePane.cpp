@@ -74,7 +74,7 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
 {
     daemon_.setLooksOnly(environment.drawingOnly);
     if (environment.processes != nullptr) {
-        previousProcessPorts_ = ProcessPlatform::install(
+        processPlatformToken_ = ProcessPlatform::install(
             environment.processes, environment.processSignals, &environment.runLoop);
     }
     actions_.on("enable:", [this](const ActionSender&) { enable(); });
@@ -104,8 +104,8 @@ KRVXPreferencePane::~KRVXPreferencePane()
         singleton() = nullptr;
         KRVXRemoteSparkleWrapper::sharedSparkleWrapper().disconnect();
     }
-    if (previousProcessPorts_) {
-        ProcessPlatform::restore(*previousProcessPorts_);
+    if (processPlatformToken_) {
+        ProcessPlatform::uninstall(*processPlatformToken_);
     }
 }
 

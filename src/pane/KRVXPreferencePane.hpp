@@ -225,7 +225,7 @@ private:
     std::string feedbackLink_;
     std::unique_ptr<KeyEventTap> keyEventTap_;
     // What the process model used before this pane gave it its process list.
-    std::optional<ProcessPlatform::Ports> previousProcessPorts_;
+    std::optional<int> processPlatformToken_;
 };
 
 // --- helpers every part of the pane uses ---

@@ -4,7 +4,7 @@
 #include "ports/ProcessSignals.hpp"
 #include "ports/RunLoop.hpp"
 
-#include <utility>
+#include <vector>
 
 namespace vexto {
 
@@ -48,10 +48,20 @@ public:
     std::optional<bool> isStopped(std::int32_t) override { return std::nullopt; }
 };
 
-ProcessPlatform::Ports& installed()
+struct Installation {
+    int token;
+    ProcessPlatform::Ports ports;
+};
+
+std::vector<Installation>& installations()
 {
-    static ProcessPlatform::Ports ports;
-    return ports;
+    static std::vector<Installation> list;
+    return list;
+}
+
+ProcessPlatform::Ports installed()
+{
+    return installations().empty() ? ProcessPlatform::Ports{} : installations().back().ports;
 }
 
 NoProcesses& noProcesses()
@@ -62,26 +72,41 @@ NoProcesses& noProcesses()
 
 } // namespace
 
-ProcessPlatform::Ports ProcessPlatform::install(ProcessManager* manager, ProcessSignals* signals,
-                                                RunLoop* runLoop)
+int ProcessPlatform::install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop)
 {
-    return std::exchange(installed(), Ports{manager, signals, runLoop});
+    static int lastToken = 0;
+    installations().push_back(Installation{++lastToken, Ports{manager, signals, runLoop}});
+    return lastToken;
+}
+
+void ProcessPlatform::uninstall(int token)
+{
+    std::erase_if(installations(), [token](const Installation& installation) {
+        return installation.token == token;
+    });
+}
+
+void ProcessPlatform::uninstall()
+{
+    installations().clear();
 }
 
 ProcessManager& ProcessPlatform::manager()
 {
-    return installed().manager != nullptr ? *installed().manager : noProcesses();
+    ProcessManager* manager = installed().manager;
+    return manager != nullptr ? *manager : noProcesses();
 }
 
 ProcessSignals& ProcessPlatform::signals()
 {
-    return installed().signals != nullptr ? *installed().signals : noProcesses();
+    ProcessSignals* signals = installed().signals;
+    return signals != nullptr ? *signals : noProcesses();
 }
 
 void ProcessPlatform::sleep(double seconds)
 {
-    if (installed().runLoop != nullptr) {
-        installed().runLoop->sleep(seconds);
+    if (RunLoop* runLoop = installed().runLoop) {
+        runLoop->sleep(seconds);
     }
 }
 

@@ -6,8 +6,10 @@ class ProcessManager;
 class ProcessSignals;
 class RunLoop;
 
-// The process list, signals and clock the process model works with, installed once by the
-// pane (or a test). Until then every question is answered as if no process existed.
+// The process list, signals and clock the process model works with, installed by each pane (or
+// a test). The latest installation still in place answers: a pane opened before the previous one
+// is gone, and then outliving it, keeps its own. Without one every question is answered as if no
+// process existed.
 class ProcessPlatform {
 public:
     struct Ports {
@@ -16,13 +18,11 @@ public:
         RunLoop* runLoop = nullptr;
     };
 
-    // Returns what was installed before, for whoever installs to put back when done.
-    static Ports install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop);
-    static void restore(const Ports& ports)
-    {
-        install(ports.manager, ports.signals, ports.runLoop);
-    }
-    static void uninstall() { install(nullptr, nullptr, nullptr); }
+    // Returns the installation's token, with which its installer takes it away again.
+    static int install(ProcessManager* manager, ProcessSignals* signals, RunLoop* runLoop);
+    static void uninstall(int token);
+    // Takes every installation away.
+    static void uninstall();
 
     static ProcessManager& manager();
     static ProcessSignals& signals();

@@ -64,6 +64,20 @@ TEST_F(ProcessModelTest, ProcessesAreFoundByTheirExactName)
     EXPECT_EQ(QLVXProcess::everyProcess().size(), 3u);
 }
 
+TEST_F(ProcessModelTest, APaneOpenedBeforeTheLastIsGoneKeepsItsProcessList)
+{
+    FakeProcessList later;
+    later.add({.pid = 77, .name = "vextodaemon"});
+    ProcessPlatform::uninstall();
+    const int first = ProcessPlatform::install(&processes, &processes, &loop);
+    const int second = ProcessPlatform::install(&later, &later, &loop);
+    ProcessPlatform::uninstall(first);
+    ASSERT_NE(QLVXProcess::firstProcessNamed("vextodaemon"), nullptr);
+    EXPECT_EQ(QLVXProcess::firstProcessNamed("vextodaemon")->PID(), 77);
+    ProcessPlatform::uninstall(second);
+    EXPECT_EQ(QLVXProcess::firstProcessNamed("vextodaemon"), nullptr) << "none left: no processes";
+}
+
 TEST_F(ProcessModelTest, SpecialNumbersAndEndedProcesses)
 {
     QLVXProcess none(kNoProcess);
