@@ -1,6 +1,7 @@
 // How each kind of control turns the person's change into a stored value, what else it enables,
 // hides or asks of the daemon, and whether it saves at once or a moment later.
 #include "foundation/DictionaryExtensions.hpp"
+#include "pane/AppearanceDefaults.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/SettingKeys.hpp"
 #include "toolkit/Application.hpp"
@@ -14,8 +15,6 @@ namespace vexto {
 namespace keys = settingkeys;
 
 namespace {
-
-constexpr std::int64_t defaultGradient = -15;
 
 template <typename T> T* senderAs(const ActionSender& sender)
 {
@@ -198,7 +197,7 @@ std::int64_t KRVXPreferencePane::gradientValueForWell(const ColorWell* well)
     if (well == nullptr || well != outlets_.selectionColorWell) {
         return 0;
     }
-    return integerForSetting(keys::selectionGradient, defaultGradient);
+    return integerForSetting(keys::selectionGradient, AppearanceDefaults::selectionGradient);
 }
 
 void KRVXPreferencePane::setGradientValue(std::int64_t value, const ColorWell* well)

@@ -4,6 +4,7 @@
 #include "foundation/FormatString.hpp"
 #include "foundation/SaturatingCast.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "pane/AppearanceDefaults.hpp"
 #include "pane/ControlFilling.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/PaneControlTable.hpp"
@@ -244,23 +245,27 @@ void KRVXPreferencePane::initializeLayoutFromPresets(const PlistDictionary& pres
     initializeFontsPopUpButton(presets, save);
     initializeMaximumTextSize(numberIn(presets, keys::itemHeight), true, save);
     initializeMaximumWindowWidth(numberIn(presets, keys::maximumWidth), true, save);
-    const Color white = Color::whiteColor();
-    initializeColorWell(o.backgroundColorWell, presets, Color::calibratedWhite(0.0f, 0.5f), save);
-    initializeColorWell(o.selectionColorWell, presets, Color::alternateSelectedControlColor(),
+    const auto fixed = [](std::string_view key) {
+        return *AppearanceDefaults::colorForKey(key);
+    };
+    initializeColorWell(o.backgroundColorWell, presets, fixed(keys::backgroundColor), save);
+    initializeColorWell(o.selectionColorWell, presets, fixed(keys::selectionColor), save);
+    initializeColorWell(o.selectionBorderColorWell, presets, fixed(keys::selectionBorderColor),
                         save);
-    initializeColorWell(o.selectionBorderColorWell, presets, white, save);
-    initializeColorWell(o.applicationNameColorWell, presets, white, save);
-    initializeColorWell(o.windowNameColorWell, presets, white, save);
-    initializeColorWell(o.selectionWindowNameColorWell, presets, white, save);
-    initializeColorWell(o.dockIndicatorBorderColorWell, presets, Color::calibratedWhite(0.9f, 0.8f),
+    initializeColorWell(o.applicationNameColorWell, presets, fixed(keys::applicationNameColor),
                         save);
+    initializeColorWell(o.windowNameColorWell, presets, fixed(keys::windowNameColor), save);
+    initializeColorWell(o.selectionWindowNameColorWell, presets,
+                        fixed(keys::selectionWindowNameColor), save);
+    initializeColorWell(o.dockIndicatorBorderColorWell, presets,
+                        fixed(keys::dockIndicatorBorderColor), save);
     initializeColorWell(o.keyBadgeColorWell, presets, o.selectionColorWell->color(), save);
     initializeColorWell(o.spaceBadgeColorWell, presets,
                         KRVXDumbDownSpacesSupport()
                             ? Color::calibratedWhite(0.8f, 1.0f)
                             : Color::calibratedRGB(0.28f, 0.28f, 0.36f, 0.6f),
                         save);
-    initializeColorWell(o.quickLookBorderColorWell, presets, Color::selectedControlColor(), save);
+    initializeColorWell(o.quickLookBorderColorWell, presets, fixed(keys::previewBorderColor), save);
     for (Button* box :
          {o.panelShadowButton, o.applicationNameShadowButton, o.windowNameShadowButton}) {
         initializeSwitch(box, presets, save);

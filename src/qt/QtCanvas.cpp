@@ -130,15 +130,16 @@ template <typename Draw> void QtCanvas::upright(Draw draw)
 void QtCanvas::saveGraphicsState()
 {
     painter().save();
-    shadowStack_.push_back(shadow_);
+    stateStack_.push_back(TextState{shadow_, smoothFonts_});
 }
 
 void QtCanvas::restoreGraphicsState()
 {
     painter().restore();
-    if (!shadowStack_.empty()) {
-        shadow_ = shadowStack_.back();
-        shadowStack_.pop_back();
+    if (!stateStack_.empty()) {
+        shadow_ = stateStack_.back().shadow;
+        smoothFonts_ = stateStack_.back().smoothFonts;
+        stateStack_.pop_back();
     }
 }
 
@@ -177,6 +178,11 @@ void QtCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, double an
 void QtCanvas::setShadow(const std::optional<Shadow>& shadow)
 {
     shadow_ = shadow;
+}
+
+void QtCanvas::setShouldSmoothFonts(bool smooth)
+{
+    smoothFonts_ = smooth;
 }
 
 void QtCanvas::beginTransparencyLayer(Rect rect)
@@ -248,7 +254,10 @@ void QtCanvas::drawImage(const Image& image, Rect destination, CompositingOperat
 void QtCanvas::drawText(const std::string& text, Rect rect, const Font& font, const Color& color,
                         TextAlignment alignment)
 {
-    const QFont qtFont = QtFonts::qtFont(font);
+    QFont qtFont = QtFonts::qtFont(font);
+    if (!smoothFonts_) {
+        qtFont.setStyleStrategy(QFont::NoAntialias);
+    }
     const QString qtText = QString::fromStdString(text);
     upright([&](QPainter& p) {
         p.setFont(qtFont);

@@ -26,6 +26,7 @@ public:
     void clip(const BezierPath& path) override;
     void drawLinearGradient(const Gradient& gradient, Rect rect, double angle) override;
     void setShadow(const std::optional<Shadow>& shadow) override;
+    void setShouldSmoothFonts(bool smooth) override;
     void beginTransparencyLayer(Rect rect) override;
     void endTransparencyLayer() override;
     void drawImage(const Image& image, Rect destination, CompositingOperation operation,
@@ -53,8 +54,13 @@ private:
     QPainter& base_;
     double viewHeight_;
     std::vector<Layer> layers_;
-    std::vector<std::optional<Shadow>> shadowStack_;
+    struct TextState {
+        std::optional<Shadow> shadow;
+        bool smoothFonts = true;
+    };
+    std::vector<TextState> stateStack_;
     std::optional<Shadow> shadow_;
+    bool smoothFonts_ = true;
 };
 
 } // namespace vexto

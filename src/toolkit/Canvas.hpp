@@ -42,6 +42,8 @@ public:
     virtual void drawLinearGradient(const Gradient& gradient, Rect rect, double angle) = 0;
     // Applies to what is drawn next, until the state is restored; none removes it.
     virtual void setShadow(const std::optional<Shadow>& shadow) = 0;
+    // Whether text drawn next is antialiased, until the state is restored (on at first).
+    virtual void setShouldSmoothFonts(bool smooth) = 0;
     // Draws into a separate layer composited as one when it ends.
     virtual void beginTransparencyLayer(Rect rect) = 0;
     virtual void endTransparencyLayer() = 0;

@@ -41,6 +41,9 @@ protected:
         }
         ASSERT_TRUE(session.isRunning());
         ::setenv("HOME", home.path().c_str(), 1);
+        // The daemons started here show no sample panels on the desktop the tests run in.
+        ::unsetenv("DISPLAY");
+        ::unsetenv("WAYLAND_DISPLAY");
         HomeDirectory::setOverride(home.path());
         Application::resetForTesting();
         Application::shared().setAlerts(&alerts);

@@ -1,5 +1,7 @@
 #include "ReferenceDaemon.hpp"
 
+#include "SampleAppearance.hpp"
+#include "SamplePresenter.hpp"
 #include "foundation/Bundle.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
@@ -48,8 +50,9 @@ long takeNumber(std::string& rest)
 
 } // namespace
 
-ReferenceDaemon::ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath)
-    : center_(center), bundlePath_(std::move(bundlePath))
+ReferenceDaemon::ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath,
+                                 SamplePresenter* presenter, const FontCatalog* fonts)
+    : center_(center), bundlePath_(std::move(bundlePath)), presenter_(presenter), fonts_(fonts)
 {}
 
 ReferenceDaemon::~ReferenceDaemon()
@@ -65,6 +68,16 @@ std::string ReferenceDaemon::feedPath()
 std::string ReferenceDaemon::defaultsPath()
 {
     return PreferencesFolder::pathForDomain(std::string(product::bundleIdentifier));
+}
+
+SampleAppearance ReferenceDaemon::sampleAppearance(const PlistDictionary& settings,
+                                                   const std::string& bundlePath,
+                                                   const FontCatalog* fonts)
+{
+    const std::string defaultsPath = FileSystem::join(
+        FileSystem::folderOf(bundlePath), std::string(product::defaultSettingsFileName));
+    const auto defaults = deeplyMutableDictionaryWithContentsOfFile(defaultsPath);
+    return SampleAppearance::fromSettings(settings, defaults.value_or(PlistDictionary{}), fonts);
 }
 
 int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
@@ -122,7 +135,13 @@ void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
     } else {
         Log::line("read " + std::to_string(settings->size()) + " settings from " + path);
     }
-    if (object == names::dummyObject) {
+    if (object != names::dummyObject) {
+        return;
+    }
+    if (presenter_ != nullptr && settings != nullptr &&
+        presenter_->showSample(sampleAppearance(*settings, bundlePath_, fonts_))) {
+        Log::line("showing a sample panel");
+    } else {
         Log::line("a sample panel is due");
     }
 }

@@ -8,14 +8,20 @@
 namespace vexto {
 
 class DistributedNotificationCenter;
+class FontCatalog;
+class SamplePresenter;
+struct SampleAppearance;
 
 // The Linux reference daemon: it speaks the daemon's whole side of the notification protocol,
 // so that the pane can be driven and tried end to end, and cycles no windows. It rereads the
-// settings when told, keeps the update settings in its defaults domain and checks for updates
-// against a local feed file instead of the network.
+// settings when told and, when asked for a sample, shows its panel in the new look where it has
+// a presenter (else it logs that one is due). It keeps the update settings in its defaults
+// domain and checks for updates against a local feed file instead of the network.
 class ReferenceDaemon {
 public:
-    ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath);
+    // Without a presenter samples are only logged; fonts are looked up in the catalog.
+    ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath,
+                    SamplePresenter* presenter = nullptr, const FontCatalog* fonts = nullptr);
     ~ReferenceDaemon();
     ReferenceDaemon(const ReferenceDaemon&) = delete;
     ReferenceDaemon& operator=(const ReferenceDaemon&) = delete;
@@ -33,6 +39,12 @@ public:
     // comparing dot-separated numbers.
     static int compareVersions(const std::string& first, const std::string& second);
 
+    // The appearance in a settings (or layout) file over the pane's shipped defaults, which lie
+    // beside the daemon's bundle.
+    static SampleAppearance sampleAppearance(const PlistDictionary& settings,
+                                             const std::string& bundlePath,
+                                             const FontCatalog* fonts);
+
 private:
     void updateDaemon(const std::optional<std::string>& object);
     void followInstruction(const std::optional<std::string>& object);
@@ -44,6 +56,8 @@ private:
 
     DistributedNotificationCenter& center_;
     std::string bundlePath_;
+    SamplePresenter* presenter_;
+    const FontCatalog* fonts_;
     bool running_ = false;
 };
 

@@ -1,15 +1,28 @@
 // vextodaemon for Linux: the reference daemon the pane starts, restarts and talks to. It runs
 // until the pane asks it to quit, or SIGTERM or SIGINT arrives, and logs what it does to the
-// system log and to ~/Library/Logs/vextodaemon.log.
+// system log and to ~/Library/Logs/vextodaemon.log. Where a display can be reached it loads its
+// Qt module and shows sample panels; without one it only logs that they are due.
+//
+//   vextodaemon --render-sample SETTINGS-OR-LAYOUT PNG [SCREEN-WIDTH]
+// draws the sample panel for a settings or layout file into a picture instead, and exits.
+#include "DaemonQtFront.hpp"
 #include "ReferenceDaemon.hpp"
+#include "SampleAppearance.hpp"
+#include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
+#include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
+#include "platform/linux/X11AccessibilityStatus.hpp"
 
+#include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
+#include <dlfcn.h>
+#include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -18,17 +31,38 @@ using namespace vexto;
 namespace {
 
 constexpr long longestLog = 1024 * 1024;
+constexpr double pictureScreenWidth = 1280;
+
+int stopSignals = -1;
+
+std::string executablePath()
+{
+    char path[4096];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
+    return length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string();
+}
 
 // .../vextodaemon.app/Contents/Linux/vextodaemon -> .../vextodaemon.app
 std::string bundlePath()
 {
-    char path[4096];
-    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
-    std::string bundle = length > 0 ? std::string(path, static_cast<std::size_t>(length)) : "";
+    std::string bundle = executablePath();
     for (int level = 0; level < 3; ++level) {
         bundle = FileSystem::folderOf(bundle);
     }
     return bundle;
+}
+
+// The Qt module beside the executable; none (with the reason logged) when it cannot be loaded.
+void* qtModule()
+{
+    const std::string path =
+        FileSystem::join(FileSystem::folderOf(executablePath()), daemonQtModuleName);
+    void* module = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) {
+        const char* reason = ::dlerror();
+        Log::line("no sample panels: " + std::string(reason != nullptr ? reason : path));
+    }
+    return module;
 }
 
 // Lines go to the log file as well as the system log; the file starts again past 1 MiB.
@@ -49,25 +83,14 @@ void logToFile()
     });
 }
 
-} // namespace
-
-int main()
+int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presenter)
 {
-    // First of all, so that a stop asked for while starting is read as one too.
-    sigset_t stops;
-    sigemptyset(&stops);
-    sigaddset(&stops, SIGTERM);
-    sigaddset(&stops, SIGINT);
-    ::sigprocmask(SIG_BLOCK, &stops, nullptr);
-    const int signals = ::signalfd(-1, &stops, SFD_CLOEXEC | SFD_NONBLOCK);
-    logToFile();
-
-    PollRunLoop loop;
-    DBusDistributedNotificationCenter center(loop);
-    ReferenceDaemon daemon(center, bundlePath());
-    loop.watchDescriptor(signals, [&] {
+    FontconfigCatalog fonts;
+    DBusDistributedNotificationCenter center(watcher);
+    ReferenceDaemon daemon(center, bundlePath(), presenter, &fonts);
+    watcher.watchDescriptor(stopSignals, [&] {
         signalfd_siginfo info{};
-        if (::read(signals, &info, sizeof info) == sizeof info) {
+        if (::read(stopSignals, &info, sizeof info) == sizeof info) {
             daemon.quit(info.ssi_signo == SIGTERM ? "SIGTERM" : "SIGINT");
         }
     });
@@ -75,7 +98,81 @@ int main()
     while (daemon.isRunning()) {
         loop.runFor(1.0);
     }
-    loop.unwatchDescriptor(signals);
-    ::close(signals);
+    watcher.unwatchDescriptor(stopSignals);
     return 0;
+}
+
+std::optional<double> parsedNumber(std::string_view text)
+{
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+int renderSample(const char* source, const char* png, const char* width)
+{
+    const auto settings = deeplyMutableDictionaryWithContentsOfFile(source);
+    if (!settings) {
+        std::fprintf(stderr, "vextodaemon: %s is not a readable settings or layout file\n", source);
+        return 1;
+    }
+    const auto screenWidth =
+        width != nullptr ? parsedNumber(width) : std::optional<double>(pictureScreenWidth);
+    if (!screenWidth || *screenWidth < 0) {
+        std::fprintf(stderr, "vextodaemon: the screen width must be a number of points\n");
+        return 2;
+    }
+    void* module = qtModule();
+    const auto render = module != nullptr
+                            ? reinterpret_cast<RenderSample>(::dlsym(module, renderSampleSymbol))
+                            : nullptr;
+    if (render == nullptr) {
+        std::fprintf(stderr, "vextodaemon: drawing needs %s\n", daemonQtModuleName);
+        return 1;
+    }
+    FontconfigCatalog fonts;
+    const SampleAppearance look =
+        ReferenceDaemon::sampleAppearance(*settings, bundlePath(), &fonts);
+    if (render(&look, *screenWidth, png) != 0) {
+        std::fprintf(stderr, "vextodaemon: cannot write %s\n", png);
+        return 1;
+    }
+    std::printf("%s\n", png);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc >= 4 && argc <= 5 && std::strcmp(argv[1], "--render-sample") == 0) {
+        return renderSample(argv[2], argv[3], argc == 5 ? argv[4] : nullptr);
+    }
+    // First of all, so that a stop asked for while starting is read as one too.
+    sigset_t stops;
+    sigemptyset(&stops);
+    sigaddset(&stops, SIGTERM);
+    sigaddset(&stops, SIGINT);
+    ::sigprocmask(SIG_BLOCK, &stops, nullptr);
+    stopSignals = ::signalfd(-1, &stops, SFD_CLOEXEC | SFD_NONBLOCK);
+    logToFile();
+
+    int status = 0;
+    // Qt ends the process when a display named cannot be reached: it is tried first.
+    void* module = X11AccessibilityStatus().isAssistiveAccessEnabled() ? qtModule() : nullptr;
+    const auto runWithQt =
+        module != nullptr
+            ? reinterpret_cast<RunDaemonWithQt>(::dlsym(module, runDaemonWithQtSymbol))
+            : nullptr;
+    if (runWithQt != nullptr) {
+        status = runWithQt(argc, argv, runDaemon);
+    } else {
+        PollRunLoop loop;
+        status = runDaemon(loop, loop, nullptr);
+    }
+    ::close(stopSignals);
+    return status;
 }

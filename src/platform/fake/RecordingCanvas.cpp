@@ -90,6 +90,11 @@ void RecordingCanvas::drawLinearGradient(const Gradient& gradient, Rect rect, do
                           describe(gradient.startColor()) + " to " + describe(gradient.endColor()));
 }
 
+void RecordingCanvas::setShouldSmoothFonts(bool smooth)
+{
+    operations_.push_back(smooth ? "smooth fonts" : "smooth fonts off");
+}
+
 void RecordingCanvas::setShadow(const std::optional<Shadow>& shadow)
 {
     if (!shadow) {

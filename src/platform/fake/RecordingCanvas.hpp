@@ -18,6 +18,7 @@ public:
     void clip(const BezierPath& path) override;
     void drawLinearGradient(const Gradient& gradient, Rect rect, double angle) override;
     void setShadow(const std::optional<Shadow>& shadow) override;
+    void setShouldSmoothFonts(bool smooth) override;
     void beginTransparencyLayer(Rect rect) override;
     void endTransparencyLayer() override;
     void drawImage(const Image& image, Rect destination, CompositingOperation operation,

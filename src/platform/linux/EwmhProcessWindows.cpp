@@ -120,6 +120,38 @@ int EwmhProcessWindows::activeWindowPID()
     return pid && *pid > 0 && *pid <= 0x7FFFFFFF ? static_cast<int>(*pid) : -1;
 }
 
+std::optional<Rect> EwmhProcessWindows::activeWindowFrame()
+{
+    if (!hasWindowManager()) {
+        return std::nullopt;
+    }
+    const Window root = DefaultRootWindow(display_);
+    const auto active = single(display_, root, "_NET_ACTIVE_WINDOW", XA_WINDOW);
+    if (!active || *active == None) {
+        return std::nullopt;
+    }
+    CaughtErrors errors(display_);
+    XWindowAttributes attributes{};
+    int x = 0;
+    int y = 0;
+    Window child = None;
+    if (XGetWindowAttributes(display_, *active, &attributes) == 0 ||
+        XTranslateCoordinates(display_, *active, root, 0, 0, &x, &y, &child) == 0 ||
+        errors.failed()) {
+        return std::nullopt;
+    }
+    return Rect(x, y, attributes.width, attributes.height);
+}
+
+bool EwmhProcessWindows::hasCompositingManager()
+{
+    if (display_ == nullptr) {
+        return false;
+    }
+    const std::string selection = "_NET_WM_CM_S" + std::to_string(DefaultScreen(display_));
+    return XGetSelectionOwner(display_, XInternAtom(display_, selection.c_str(), False)) != None;
+}
+
 std::vector<unsigned long> EwmhProcessWindows::windowsOf(int pid)
 {
     std::vector<unsigned long> windows;

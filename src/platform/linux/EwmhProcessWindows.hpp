@@ -1,7 +1,9 @@
 #pragma once
 
+#include "foundation/Rect.hpp"
 #include "platform/linux/ProcessWindows.hpp"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +31,12 @@ public:
     bool isVisible(int pid) override;
     bool setVisible(int pid, bool visible) override;
     bool activate(int pid, bool frontWindowOnly) override;
+
+    // Where the active window is on the screen, in X's coordinates (y downward from the top of
+    // the screen); none without a window manager or an active window.
+    std::optional<Rect> activeWindowFrame();
+    // Whether a compositing manager blends translucent windows with what lies behind them.
+    bool hasCompositingManager();
 
 private:
     // The managed windows of the process, bottom to top.

@@ -1,0 +1,83 @@
+#include "QtTestApplication.hpp"
+#include "SampleAppearance.hpp"
+#include "SamplePanelView.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "qt/QtCanvas.hpp"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+namespace vexto {
+namespace {
+
+class SamplePanelPictureTest : public ::testing::TestWithParam<std::string> {
+protected:
+    SamplePanelPictureTest() { test::ensureQApplication(); }
+};
+
+// The colour the selection shows halfway up: its own colour under the shading, whose white and
+// black meet there as 50% grey at the gradient's opacity.
+QColor expectedSelection(const SampleAppearance& look)
+{
+    const Color::Rgba c = look.selection.rgba();
+    const double opacity =
+        std::min(std::abs(static_cast<double>(look.selectionGradient)), 100.0) / 100;
+    const auto blend = [opacity](float channel) {
+        return channel * (1 - opacity) + 0.5 * opacity;
+    };
+    return QColor::fromRgbF(blend(c.red), blend(c.green), blend(c.blue));
+}
+
+TEST_P(SamplePanelPictureTest, ThePictureIsNotBlankAndShowsTheSelectionColourWhereTheSelectionIs)
+{
+    PlistDictionary settings;
+    if (!GetParam().empty()) {
+        const std::string bundle = VEXTO_PANE_BUNDLE_PATH;
+        settings = deeplyMutableDictionaryWithContentsOfFile(bundle + "/Contents/Resources/" +
+                                                             GetParam() + ".vextolayout")
+                       .value_or(PlistDictionary{});
+        ASSERT_FALSE(settings.empty());
+    }
+    const SampleAppearance look = SampleAppearance::fromSettings(settings, {}, nullptr);
+    ASSERT_EQ(look.selection.alpha(), 1.0f) << "the expected colour assumes an opaque selection";
+    SamplePanelView view(look, 1280);
+    QImage picture(int(view.frame().width()), int(view.frame().height()),
+                   QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    {
+        QPainter painter(&picture);
+        QtCanvas canvas(painter, view.frame().height());
+        view.drawRect(canvas, view.bounds());
+    }
+    std::set<QRgb> colours;
+    for (int y = 0; y < picture.height(); y += 2) {
+        for (int x = 0; x < picture.width(); x += 2) {
+            colours.insert(picture.pixel(x, y));
+        }
+    }
+    EXPECT_GT(colours.size(), 20u) << "a blank or one-colour picture";
+
+    // Just inside the selection's left edge, clear of the icon, halfway up.
+    const Rect fill = view.selectionFillRect();
+    const QColor seen =
+        picture.pixelColor(int(fill.minX() + 3), int(view.frame().height() - fill.midY()));
+    const QColor wanted = expectedSelection(look);
+    EXPECT_NEAR(seen.redF(), wanted.redF(), 0.03) << seen.name().toStdString();
+    EXPECT_NEAR(seen.greenF(), wanted.greenF(), 0.03) << seen.name().toStdString();
+    EXPECT_NEAR(seen.blueF(), wanted.blueF(), 0.03) << seen.name().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelPictureTest,
+                         ::testing::Values("", "Graphite", "Daylight", "High Contrast"),
+                         [](const auto& info) {
+                             std::string name = info.param.empty() ? "Defaults" : info.param;
+                             std::erase(name, ' ');
+                             return name;
+                         });
+
+} // namespace
+} // namespace vexto

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "foundation/Color.hpp"
+#include "foundation/Font.hpp"
+#include "foundation/PlistValue.hpp"
+
+#include <cstdint>
+#include <optional>
+
+namespace vexto {
+
+class FontCatalog;
+
+// What the sample panel is drawn with, read from the settings as the daemon reads them.
+struct SampleAppearance {
+    Color background;
+    Color selection;
+    Color selectionBorder;
+    Color applicationName;
+    Color windowName;
+    Color selectionWindowName;
+    Color keyBadge;
+    std::int64_t selectionGradient = 0;
+    // The item size in points.
+    double itemSize = 48;
+    // The widest the panel may be, as a part of the screen's width; none: as wide as needed.
+    std::optional<double> maximumWidth;
+    // None: the system's font.
+    std::optional<Font> font;
+    bool smoothFonts = true;
+    bool panelShadow = true;
+    bool applicationNameShadow = true;
+    bool windowNameShadow = false;
+    bool shortcutBadges = true;
+    bool onMouseScreen = false;
+
+    static constexpr double smallestItem = 12;
+    static constexpr double largestItem = 256;
+
+    // The user's settings over the shipped defaults; a value of the wrong kind reads as absent,
+    // and colours come from their archived data. Fonts are looked up in the catalog when there
+    // is one.
+    static SampleAppearance fromSettings(const PlistDictionary& settings,
+                                         const PlistDictionary& defaults, const FontCatalog* fonts);
+};
+
+} // namespace vexto

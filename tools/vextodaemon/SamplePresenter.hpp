@@ -1,0 +1,16 @@
+#pragma once
+
+namespace vexto {
+
+struct SampleAppearance;
+
+// Where the daemon shows its sample panel.
+class SamplePresenter {
+public:
+    virtual ~SamplePresenter() = default;
+    // Shows the panel drawn in the appearance for a while, in place of one still shown; false
+    // when there is nowhere to show it.
+    virtual bool showSample(const SampleAppearance& appearance) = 0;
+};
+
+} // namespace vexto
