@@ -2,6 +2,7 @@
 #include "SamplePanelView.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "pane/SettingKeys.hpp"
+#include "platform/fake/FakeFontCatalog.hpp"
 #include "platform/fake/RecordingCanvas.hpp"
 
 #include <gtest/gtest.h>
@@ -88,6 +89,30 @@ TEST(SampleAppearanceTest, AbsentOrUnusableValuesFallBackToTheDefaultsFileThenTh
     EXPECT_TRUE(plain.smoothFonts);
     EXPECT_EQ(plain.maximumWidth, std::nullopt);
     EXPECT_FALSE(plain.windowNameShadow);
+}
+
+TEST(SamplePanelTest, NamesAreDrawnInTheAlternateFontAndSmoothingFollowsTheSetting)
+{
+    FakeFontCatalog fonts;
+    fonts.families["Serif Sample"] = {{"SerifSample-Bold", "Serif Sample Bold"}};
+    const PlistDictionary settings{
+        {std::string(keys::alternatePanelFont), PlistValue(std::string("SerifSample-Bold"))},
+        {std::string(keys::fontSmoothing), 1}};
+    SamplePanelView view(SampleAppearance::fromSettings(settings, {}, &fonts), 1280);
+    const Operations operations = drawn(view);
+    EXPECT_EQ(operations.at(1), "smooth fonts");
+    for (std::string_view name : {"Files", "Drafts"}) {
+        const std::string prefix = "text \"" + std::string(name) + "\"";
+        const auto found = std::find_if(operations.begin(), operations.end(),
+                                        [&](const auto& op) { return op.rfind(prefix, 0) == 0; });
+        ASSERT_NE(found, operations.end());
+        EXPECT_NE(found->find("font=SerifSample-Bold"), std::string::npos) << *found;
+    }
+    // A name the catalog does not know (a layout's display name) is still asked for.
+    const PlistDictionary byDisplayName{
+        {std::string(keys::alternatePanelFont), PlistValue(std::string("Serif Sample Bold"))}};
+    EXPECT_EQ(SampleAppearance::fromSettings(byDisplayName, {}, &fonts).font->familyName(),
+              "Serif Sample Bold");
 }
 
 TEST(SamplePanelTest, APanelWiderThanItsShareOfTheScreenShrinksItsItems)
