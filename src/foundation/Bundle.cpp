@@ -69,12 +69,16 @@ const StringsTable* Bundle::stringsTable(std::string_view table) const
 std::string Bundle::localizedString(std::string_view key, std::string_view value,
                                     std::string_view table) const
 {
-    if (const StringsTable* strings = stringsTable(table)) {
-        if (const std::string* text = strings->find(key)) {
-            return *text;
-        }
+    const StringsTable* strings = stringsTable(table);
+    const std::string* text = strings != nullptr ? strings->find(key) : nullptr;
+    if (text == nullptr && !key.empty()) {
+        Localization::noteMissingTranslation(key);
     }
-    return std::string(value.empty() ? key : value);
+    const std::string_view found = text != nullptr ? std::string_view(*text)
+                                   : value.empty() ? key
+                                                   : value;
+    return Localization::isPseudoLocale() ? Localization::pseudoLocalized(found)
+                                          : std::string(found);
 }
 
 } // namespace vexto

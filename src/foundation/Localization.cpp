@@ -1,6 +1,7 @@
 #include "foundation/Localization.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace vexto {
@@ -13,6 +14,63 @@ void addOnce(std::vector<std::string>& folders, const std::string& name)
     if (!name.empty() && std::find(folders.begin(), folders.end(), folder) == folders.end()) {
         folders.push_back(folder);
     }
+}
+
+Localization::MissingTranslationObserver& missingTranslationObserver()
+{
+    static Localization::MissingTranslationObserver observer;
+    return observer;
+}
+
+// Accented stand-ins for plain letters: as wide or wider, and plainly not English.
+const char* accented(char c)
+{
+    switch (c) {
+    case 'a':
+        return "á";
+    case 'e':
+        return "é";
+    case 'i':
+        return "î";
+    case 'o':
+        return "ö";
+    case 'u':
+        return "ü";
+    case 'c':
+        return "ç";
+    case 'n':
+        return "ñ";
+    case 's':
+        return "š";
+    case 'y':
+        return "ý";
+    case 'A':
+        return "Å";
+    case 'E':
+        return "É";
+    case 'O':
+        return "Ö";
+    case 'U':
+        return "Ü";
+    case 'S':
+        return "Š";
+    default:
+        return nullptr;
+    }
+}
+
+// The length of a format directive at the text's start ("%@", "%1d", "%lu", "%%"), else 0.
+std::size_t directiveLength(std::string_view text)
+{
+    if (text.size() < 2 || text[0] != '%') {
+        return 0;
+    }
+    std::size_t end = 1;
+    while (end < text.size() &&
+           std::string_view("0123456789$.lh").find(text[end]) != std::string_view::npos) {
+        ++end;
+    }
+    return end < text.size() ? end + 1 : 0;
 }
 
 } // namespace
@@ -42,6 +100,55 @@ std::vector<std::string> Localization::preferredLocalizationFolders()
         }
     }
     return localizationFoldersForLocale("");
+}
+
+bool Localization::isPseudoLocale()
+{
+    const std::vector<std::string> folders = preferredLocalizationFolders();
+    return !folders.empty() && folders.front() == "x-pseudo.lproj";
+}
+
+std::string Localization::pseudoLocalized(std::string_view text)
+{
+    if (text.empty()) {
+        return {};
+    }
+    std::string result = "[";
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        if (const std::size_t directive = directiveLength(text.substr(i))) {
+            result.append(text.substr(i, directive));
+            i += directive;
+            characters += 2;
+            continue;
+        }
+        const char c = text[i++];
+        if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+            ++characters; // counts each UTF-8 sequence once
+        }
+        const char* stand = accented(c);
+        result += stand != nullptr ? stand : std::string(1, c);
+    }
+    // Brackets included, 40% more characters than the text has, of an ordinary mix of widths.
+    static constexpr std::array<std::string_view, 8> filler = {"ŵ", "ö", "ŕ", "đ",
+                                                               "š", "ĥ", "é", "ñ"};
+    const std::size_t padding = (characters * 4 + 9) / 10;
+    for (std::size_t added = 2; added < padding; ++added) {
+        result += filler[added % filler.size()];
+    }
+    return result + "]";
+}
+
+void Localization::setMissingTranslationObserver(MissingTranslationObserver observer)
+{
+    missingTranslationObserver() = std::move(observer);
+}
+
+void Localization::noteMissingTranslation(std::string_view key)
+{
+    if (missingTranslationObserver()) {
+        missingTranslationObserver()(key);
+    }
 }
 
 } // namespace vexto

@@ -19,6 +19,7 @@ public:
 
     const std::string* find(std::string_view key) const;
     std::size_t size() const { return entries_.size(); }
+    const std::map<std::string, std::string, std::less<>>& entries() const { return entries_; }
 
 private:
     std::map<std::string, std::string, std::less<>> entries_;

@@ -143,6 +143,7 @@ View* KRVXPreferencePane::loadMainView()
     if (!mainView_) {
         return nullptr;
     }
+    minimumContentWidth_ = mainView_->frame().width();
     mainViewDidLoad();
     connectSparkleWrapper();
     hideSpacesControlsOnOlderSystems();
@@ -410,6 +411,7 @@ void KRVXPreferencePane::updateForSpacesAndAssistiveDevicesAccess(bool assistive
 void KRVXPreferencePane::didSelect()
 {
     adjustFrameForMainView(mainView_.get(), false);
+    keepWindowAroundContent();
     registerKeyEventTap();
 }
 
@@ -441,7 +443,7 @@ void KRVXPreferencePane::adjustFrameForMainView(View* view, bool isFirstGuess)
             }
             return;
         }
-        frame.size.width = firstGuessWidth;
+        frame.size.width = std::max(firstGuessWidth, minimumContentWidth_);
     } else if (!isFirstGuess) {
         return;
     }
@@ -465,6 +467,16 @@ void KRVXPreferencePane::updatePreferencePaneFrame()
     Window* window = outlets_.settingsTabView->window();
     if (tabSubviews.size() == 1 && window != nullptr) {
         adjustHeightToFitSubviewsOfView(*window, *tabSubviews.front(), bottomWindowMargin);
+    }
+    keepWindowAroundContent();
+}
+
+void KRVXPreferencePane::keepWindowAroundContent()
+{
+    Window* window = mainView_ ? mainView_->window() : nullptr;
+    if (window != nullptr) {
+        const Rect content = window->contentRectForFrameRect(window->frame());
+        window->setContentMinSize(Size{minimumContentWidth_, content.height()});
     }
 }
 

@@ -172,6 +172,8 @@ public:
 
 private:
     void hideSpacesControlsOnOlderSystems();
+    // The person cannot make the window smaller than its content.
+    void keepWindowAroundContent();
     void restoreLastTab();
     void fillVersionLines();
     void registerBindingActions();
@@ -226,6 +228,8 @@ private:
     std::unique_ptr<KeyEventTap> keyEventTap_;
     // What the process model used before this pane gave it its process list.
     std::optional<int> processPlatformToken_;
+    // As wide as the controls' texts need; the usual width unless a language needs more.
+    double minimumContentWidth_ = firstGuessWidth;
 };
 
 // --- helpers every part of the pane uses ---

@@ -31,6 +31,7 @@ const PaneControl table[] = {
     {OUTLET(settingsTabView), "", K::View},
     {OUTLET(enableButton), "", K::PushButton},
     {OUTLET(warningTextField), "", K::Label},
+    {OUTLET(helpButton), "", K::PushButton},
 
     // Hot keys.
     {OUTLET(allForwardTextView), "triggers", K::HotKeyField, keys::cycleAllWindows, {}, "Forward"},

@@ -4,6 +4,7 @@
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "pane/PaneControlTable.hpp"
+#include "pane/PaneLayoutFitter.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
@@ -15,6 +16,8 @@
 #include "widgets/KRVXHeaderView.hpp"
 #include "widgets/KRVXLinkTextField.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <vector>
 
@@ -276,6 +279,9 @@ void buildPanel(Page& page, PaneOutlets& o)
     o.switchAcrossSpacesButton = page.checkBox("Switch across Spaces", controlFrame(y, 380));
     y = page.nextRow();
     o.showSpaceBadgesButton = page.checkBox("Show Space badges", controlFrame(y, 380), true);
+    o.showSpaceBadgesButton->setToolTip(
+        page.localized()("Checked: every window shows a badge naming its Space. Dash: only "
+                         "windows on other Spaces than the current one do. Empty: no badges."));
 }
 
 // The row's label without its colon ("Background:" gives "Background", "Fond :" gives "Fond").
@@ -376,9 +382,13 @@ void buildWindows(Page& page, PaneOutlets& o)
     y = page.nextRow();
     page.label("Leave out applications:", labelFrame(y));
     o.applicationExceptionsTextField = exceptionsField(page, controlFrame(y, 360));
+    o.applicationExceptionsTextField->setToolTip(
+        page.localized()("Names of applications, separated by commas, that the panel leaves out."));
     y = page.nextRow();
     page.label("Leave out windows named:", labelFrame(y));
     o.windowExceptionsTextField = exceptionsField(page, controlFrame(y, 360));
+    o.windowExceptionsTextField->setToolTip(
+        page.localized()("Window titles, separated by commas, that the panel leaves out."));
     page.skip(8);
     y = page.nextRow();
     page.label("Wait for unresponsive applications:", labelFrame(y));
@@ -438,9 +448,19 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
     enable->setTitle(localized_("Enable Vexto"));
     enable->setTarget(target_);
     enable->setAction("enable:");
+    enable->setToolTip(localized_("Starts or stops the Vexto daemon, which does the cycling. "
+                                  "It keeps running after this window closes."));
     o.enableButton = top.place(enable, Rect(leftMargin, y, 160, 24));
-    o.warningTextField =
-        top.place(std::make_shared<KRVXLinkTextField>(), Rect(200, y, paneWidth - 220, 24));
+    constexpr double helpSide = 26;
+    o.warningTextField = top.place(std::make_shared<KRVXLinkTextField>(),
+                                   Rect(200, y, paneWidth - 240 - helpSide, 24));
+    auto help = std::make_shared<Button>();
+    help->setTitle("?");
+    help->setTarget(target_);
+    help->setAction("help:");
+    help->setToolTip(localized_("Vexto Help"));
+    o.helpButton = top.place(help, Rect(paneWidth - leftMargin - helpSide, y, helpSide, 24));
+    o.helpButton->setAutoresizingMask(View::MinXMargin | View::MinYMargin);
 
     auto tabs = std::make_shared<TabView>(Rect(0, 0, paneWidth, tabViewHeight));
     tabs->setAutoresizingMask(View::WidthSizable | View::HeightSizable);
@@ -474,13 +494,17 @@ std::shared_ptr<View> PaneInterfaceBuilder::build(PaneOutlets& o) const
              buildAbout(page, o);
          }},
     };
+    double width = paneWidth;
     for (const Tab& tab : pages) {
         auto content = std::make_shared<View>(tabs->contentRect());
         Page page(*content, localized_, target_);
         tab.build(page);
+        width = std::max(width, PaneLayoutFitter::fit(*content));
         tabs->addTabViewItem(
             std::make_shared<TabViewItem>(tab.identifier, localized_(tab.label), content));
     }
+    // Wider than usual only when a language's texts need it.
+    main->setFrameSize(Size{std::ceil(width), mainViewHeight});
     // What each control stores, and so which action it sends, is the control table's.
     PaneControlTable::bindActions(o, target_, textDelegate_);
     return main;

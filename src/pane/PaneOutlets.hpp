@@ -24,6 +24,7 @@ struct PaneOutlets {
     KRVXLinkTextField* feedbackTextField = nullptr;
     Button* enableButton = nullptr;
     KRVXLinkTextField* warningTextField = nullptr;
+    Button* helpButton = nullptr;
     PopUpButton* layoutPresetsPopUpButton = nullptr;
     PopUpButton* fontsPopUpButton = nullptr;
 

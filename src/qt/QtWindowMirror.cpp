@@ -79,6 +79,8 @@ void QtWindowMirror::sync()
 {
     pushing_ = true;
     const Rect content = window_.contentRectForFrameRect(window_.frame());
+    const Size least = window_.contentMinSize();
+    widget_->setMinimumSize(int(std::ceil(least.width)), int(std::ceil(least.height)));
     widget_->resize(int(std::lround(content.width())), int(std::lround(content.height())));
     widget_->setWindowTitle(QString::fromStdString(window_.title()));
     if (content_) {

@@ -46,6 +46,8 @@ public:
 
     // The front measures text as it draws it; without one, a character is taken as 0.55 em wide.
     void setTextMetrics(const TextMetrics* metrics) { textMetrics_ = metrics; }
+    // False while widths are only estimated from the number of characters.
+    bool measuresText() const { return textMetrics_ != nullptr; }
     double widthOfString(const std::string& text, const Font& font) const;
 
     void setAlerts(Alerts* alerts) { alerts_ = alerts; }

@@ -73,6 +73,15 @@ void Window::setFrame(Rect frame, bool /*display*/, bool animate)
     notify(WindowChange::Frame);
 }
 
+void Window::setContentMinSize(Size size)
+{
+    if (size.width == contentMinSize_.width && size.height == contentMinSize_.height) {
+        return;
+    }
+    contentMinSize_ = size;
+    notify(WindowChange::Frame);
+}
+
 void Window::setTitle(std::string title)
 {
     title_ = std::move(title);

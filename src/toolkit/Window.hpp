@@ -38,6 +38,9 @@ public:
     bool lastFrameChangeWasAnimated() const { return lastAnimate_; }
     double titleBarHeight() const { return titleBarHeight_; }
     Rect contentRectForFrameRect(Rect frame) const;
+    // The smallest the person may make the content by resizing the window.
+    Size contentMinSize() const { return contentMinSize_; }
+    void setContentMinSize(Size size);
 
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
@@ -101,6 +104,7 @@ private:
 
     Rect frame_;
     double titleBarHeight_;
+    Size contentMinSize_;
     std::string title_;
     std::shared_ptr<View> contentView_;
     bool visible_ = false;

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -136,6 +137,32 @@ TEST_F(BundleTest, LocalisesWithTheEnvironmentsLanguageAndFallsBack)
     EXPECT_EQ(french.localizedString("Only English"), "English");
     EXPECT_EQ(french.localizedString("Missing", "Fallback"), "Fallback");
     EXPECT_EQ(french.localizedString("Send Feedback", "", "NoSuchTable"), "Send Feedback");
+}
+
+TEST_F(BundleTest, ThePseudoLocaleLengthensEveryTextAndKeepsItsDirectives)
+{
+    ::setenv("LC_ALL", "x-pseudo", 1);
+    Bundle pseudo(folder_.file("Vexto.prefPane"));
+    std::vector<std::string> missing;
+    Localization::setMissingTranslationObserver(
+        [&](std::string_view key) { missing.emplace_back(key); });
+    const std::string feedback = pseudo.localizedString("Send Feedback");
+    const std::string width = pseudo.localizedString("Vexto panel width: %@ (%lu ms, 100%%)");
+    Localization::setMissingTranslationObserver(nullptr);
+
+    EXPECT_EQ(feedback.rfind("[Šéñd Féédbáçk", 0), 0u) << feedback;
+    EXPECT_EQ(feedback.back(), ']');
+    const auto characters = [](const std::string& text) {
+        return std::count_if(text.begin(), text.end(),
+                             [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+    };
+    EXPECT_GE(characters(feedback) * 10, 14 * 13) << "at least 40% more than its 13 characters";
+    for (const char* directive : {"%@ (", "%lu ", "100%%)"}) {
+        EXPECT_NE(width.find(directive), std::string::npos) << width;
+    }
+    EXPECT_EQ(pseudo.localizedString(""), "");
+    EXPECT_EQ(missing, std::vector<std::string>{"Vexto panel width: %@ (%lu ms, 100%%)"})
+        << "only the text the table lacks is reported";
 }
 
 } // namespace

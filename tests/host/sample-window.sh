@@ -1,9 +1,8 @@
 #!/bin/sh
 # The reference daemon on a display of its own: asked for a sample, it logs that it shows one and
 # maps its panel window, then unmaps it about two seconds later.
-#   sample-window.sh DAEMON
+#   sample-window.sh DAEMON-BUNDLE
 set -u
-daemon=$1
 work=$(mktemp -d)
 xvfb=
 cleanup() {
@@ -11,6 +10,7 @@ cleanup() {
     rm -rf "$work"
 }
 trap cleanup EXIT
+trap 'exit 1' INT TERM HUP
 mkfifo "$work/displayfd"
 Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/displayfd" >/dev/null 2>&1 &
 xvfb=$!
@@ -22,9 +22,13 @@ mkdir -p "$HOME/Library/Application Support/Vexto"
 printf '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0">\n<dict>\n<key>Item Height</key>\n<real>64</real>\n</dict>\n</plist>\n' \
     >"$HOME/Library/Application Support/Vexto/Settings.plist"
 log="$HOME/Library/Logs/vextodaemon.log"
+# A copy of its own: the other host tests end the daemons that run from the build's bundle.
+cp -r "$1" "$work/vextodaemon.app"
+daemon="$work/vextodaemon.app/Contents/Linux/vextodaemon"
 
-# Within its own session bus, as the pane and the daemon meet on one.
-dbus-run-session -- sh -s "$daemon" "$log" <<'SESSION'
+# Within its own session bus, as the pane and the daemon meet on one. Nothing started here keeps
+# the test's output open: it goes to a file, shown when the test fails.
+dbus-run-session -- sh -s "$daemon" "$log" >"$work/out" 2>&1 <<'SESSION' || { cat "$work/out"; exit 1; }
 daemon=$1 log=$2
 "$daemon" 2>/dev/null &
 pid=$!
