@@ -38,15 +38,18 @@ private:
 
 class Swatch final : public QWidget {
 public:
-    Swatch(ColorWell& well, QWidget* parent) : QWidget(parent), well_(well) {}
+    Swatch(ColorWell& well, QWidget* parent) : QWidget(parent), well_(well)
+    {
+        setFocusPolicy(Qt::StrongFocus);
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
         const QRect outer = rect().adjusted(0, 0, -1, -1);
-        painter.setPen(well_.isActive() ? palette().color(QPalette::Highlight)
-                                        : QColor(150, 150, 150));
+        painter.setPen(well_.isActive() || hasFocus() ? palette().color(QPalette::Highlight)
+                                                      : QColor(150, 150, 150));
         painter.setBrush(palette().color(QPalette::Button));
         painter.drawRect(outer);
         const QRect inner = outer.adjusted(4, 4, -3, -3);
@@ -69,7 +72,30 @@ protected:
         }
     }
 
-    void mousePressEvent(QMouseEvent*) override
+    void mousePressEvent(QMouseEvent*) override { press(); }
+
+    // Reached with Tab, the well is pressed with Space or Return as it is clicked.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const int key = event->key();
+        if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            press();
+            return;
+        }
+        QWidget::keyPressEvent(event);
+    }
+    void focusInEvent(QFocusEvent* event) override
+    {
+        QWidget::focusInEvent(event);
+        update();
+    }
+    void focusOutEvent(QFocusEvent* event) override
+    {
+        QWidget::focusOutEvent(event);
+        update();
+    }
+
+    void press()
     {
         if (!well_.isEnabled()) {
             return;

@@ -28,8 +28,8 @@ protected:
         QPainter painter(this);
         const QRect frame = rect().adjusted(0, 0, -1, -1);
         painter.fillRect(frame, QtCanvas::qtColor(view_.backgroundColor()));
-        painter.setPen(view_.isFirstResponder() ? palette().color(QPalette::Highlight)
-                                                : QColor(160, 160, 160));
+        painter.setPen(view_.isFirstResponder() || hasFocus() ? palette().color(QPalette::Highlight)
+                                                              : QColor(160, 160, 160));
         painter.drawRect(frame);
         painter.setFont(QtFonts::qtFont(view_.font()));
         painter.setPen(QtCanvas::qtColor(view_.textColor()));
@@ -44,7 +44,20 @@ protected:
     }
 
     // Through the window, as a click: the view takes the keyboard focus the model's way.
-    void mousePressEvent(QMouseEvent*) override
+    void mousePressEvent(QMouseEvent*) override { click(); }
+
+    void focusInEvent(QFocusEvent* event) override
+    {
+        QWidget::focusInEvent(event);
+        update();
+    }
+    void focusOutEvent(QFocusEvent* event) override
+    {
+        QWidget::focusOutEvent(event);
+        update();
+    }
+
+    void click()
     {
         if (Window* window = view_.window()) {
             const Point centre{view_.bounds().midX(), view_.bounds().midY()};
@@ -69,6 +82,13 @@ protected:
             if (window != nullptr && modelEvent && view_.isFirstResponder()) {
                 window->sendEvent(*modelEvent);
                 update();
+                return true;
+            }
+            // Reached with Tab, the field is pressed with Space or Return as it is clicked.
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            if (event->type() == QEvent::KeyPress &&
+                (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+                click();
                 return true;
             }
         }

@@ -7,11 +7,16 @@
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
+#include "toolkit/ColorWell.hpp"
+#include "toolkit/PopUpButton.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/Window.hpp"
 
 #include <QApplication>
 #include <QTest>
+
+#include <algorithm>
+#include <vector>
 
 namespace vexto {
 namespace {
@@ -108,6 +113,66 @@ TEST_F(QtPaneKeysTest, EscapeAndControlWCloseTheWindowUnlessAFieldIsRecording)
 
     QTest::keyClick(field, Qt::Key_Escape);
     EXPECT_FALSE(mirror->widget()->isVisible());
+}
+
+// Tab from the first control of a tab page to the last: the widgets in the order they got the
+// focus.
+std::vector<QWidget*> tabChain(QWidget* first, QWidget* page, int most)
+{
+    std::vector<QWidget*> chain;
+    first->setFocus(Qt::TabFocusReason);
+    for (QWidget* at = QApplication::focusWidget();
+         at != nullptr && chain.size() < std::size_t(most); at = QApplication::focusWidget()) {
+        if (!page->isAncestorOf(at) || (!chain.empty() && at == chain.front())) {
+            break;
+        }
+        chain.push_back(at);
+        QTest::keyClick(at, Qt::Key_Tab);
+    }
+    return chain;
+}
+
+TEST_F(QtPaneKeysTest, TabReachesEveryWellAndHotKeyFieldInVisualOrderAndRecordsOnceRecording)
+{
+    const auto widgetOf = [this](const View* view) {
+        return mirror->mirrorOf(view)->widget();
+    };
+    for (const char* tab : {"appearance", "triggers"}) {
+        o().settingsTabView->selectTabViewItemWithIdentifier(tab);
+        QApplication::processEvents();
+        const bool wells = std::string(tab) == "appearance";
+        QWidget* first = widgetOf(wells ? static_cast<const View*>(o().layoutPresetsPopUpButton)
+                                        : o().allForwardTextView);
+        QWidget* page = first->parentWidget();
+        const std::vector<QWidget*> chain = tabChain(first, page, 80);
+        const auto reached = [&](const View* view) {
+            return std::find(chain.begin(), chain.end(), widgetOf(view)) != chain.end();
+        };
+        const std::vector<const View*> wanted =
+            wells ? std::vector<const View*>{o().backgroundColorWell, o().selectionColorWell,
+                                             o().quickLookBorderColorWell}
+                  : std::vector<const View*>{o().allForwardTextView, o().allBackwardTextView,
+                                             o().closeFrontmostApplicationMinimizedTextView};
+        for (const View* view : wanted) {
+            EXPECT_TRUE(reached(view)) << tab;
+        }
+        for (std::size_t i = 1; i < chain.size(); ++i) {
+            const QPoint before = chain[i - 1]->mapTo(page, QPoint(0, 0));
+            const QPoint after = chain[i]->mapTo(page, QPoint(0, 0));
+            const bool sameRow = std::abs(after.y() - before.y()) <= 6;
+            EXPECT_TRUE(sameRow ? after.x() > before.x() : after.y() > before.y())
+                << tab << ": " << i << " at " << after.x() << "," << after.y() << " after "
+                << before.x() << "," << before.y();
+        }
+    }
+    // Space presses the field reached with Tab; it then records Tab like any other key.
+    QWidget* field = fieldWidget();
+    field->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(field, Qt::Key_Space);
+    ASSERT_TRUE(o().allForwardTextView->isRecording());
+    QTest::keyClick(field, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), field);
+    EXPECT_EQ(o().allForwardTextView->string(), "⌃⇥");
 }
 
 } // namespace
