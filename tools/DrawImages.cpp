@@ -93,6 +93,29 @@ const std::vector<Drawing> drawings = {
                      Color::calibratedWhite(1, 0.55f));
          canvas.fill(BezierPath::roundedRect(Rect(3.5, 4, 7, 5), 1, 1), Color::whiteColor());
      }},
+    // The program's icon, for the desktop entry and the window: the panel with its selection
+    // over a blue tile.
+    {"Vexto.png", Size{256, 256},
+     [](Canvas& canvas) {
+         const Gradient tile(Color::calibratedRGB(0.25f, 0.56f, 0.98f, 1),
+                             Color::calibratedRGB(0.05f, 0.27f, 0.70f, 1));
+         canvas.saveGraphicsState();
+         canvas.clip(BezierPath::roundedRect(Rect(16, 16, 224, 224), 52, 52));
+         canvas.drawLinearGradient(tile, Rect(16, 16, 224, 224), 270);
+         canvas.restoreGraphicsState();
+         canvas.fill(BezierPath::roundedRect(Rect(40, 84, 176, 88), 22, 22),
+                     Color::calibratedWhite(0, 0.55f));
+         canvas.fill(BezierPath::roundedRect(Rect(92, 94, 68, 68), 14, 14),
+                     Color::calibratedWhite(1, 0.95f));
+         canvas.fill(BezierPath::roundedRect(Rect(98, 100, 56, 56), 10, 10),
+                     Color::calibratedRGB(0.0f, 0.36f, 0.85f, 1));
+         for (const double x : {52.0, 170.0}) {
+             canvas.fill(BezierPath::roundedRect(Rect(x, 106, 34, 44), 8, 8),
+                         Color::calibratedWhite(1, 0.8f));
+         }
+         canvas.fill(BezierPath::roundedRect(Rect(108, 110, 36, 36), 8, 8),
+                     Color::calibratedWhite(1, 1));
+     }},
 };
 
 // Straight-alpha RGBA of the drawing at the scale.
@@ -148,7 +171,9 @@ int main(int argc, char** argv)
     }
     for (const Drawing& drawing : drawings) {
         const std::string path = std::string(argv[1]) + "/" + drawing.name;
-        if (!writeTiff(path, {render(drawing, 1), render(drawing, 2)})) {
+        const bool png = path.ends_with(".png");
+        if (png ? !render(drawing, 1).save(QString::fromStdString(path))
+                : !writeTiff(path, {render(drawing, 1), render(drawing, 2)})) {
             std::fprintf(stderr, "vexto-draw-images: cannot write %s\n", path.c_str());
             return 1;
         }

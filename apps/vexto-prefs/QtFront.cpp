@@ -17,6 +17,7 @@
 #include "toolkit/TabView.hpp"
 
 #include <QApplication>
+#include <QIcon>
 #include <QTimer>
 
 #include <cstdlib>
@@ -96,6 +97,9 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
         return HostRun::usage("no display: use --screenshot DIR, --script FILE or --headless");
     }
     QApplication application(argc, argv);
+    QApplication::setDesktopFileName("app.vexto.Preferences");
+    QApplication::setWindowIcon(QIcon(QString::fromStdString(
+        FileSystem::join(options->panePath, "Contents/Resources/Vexto.png"))));
     QtTextMetrics metrics;
     Application::shared().setTextMetrics(&metrics);
     QtRunLoop loop;

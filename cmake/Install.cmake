@@ -1,0 +1,46 @@
+# cmake --install: the host and its tools in <prefix>/lib/vexto with the pane bundle beside them
+# (where the host looks for it), commands in <prefix>/bin, the desktop entry and the icon in
+# <prefix>/share. Every binary finds the shared runtime relative to itself.
+include(GNUInstallDirs)
+set(VEXTO_HOME ${CMAKE_INSTALL_LIBDIR}/vexto)
+set(VEXTO_BUNDLE_HOME ${VEXTO_HOME}/Vexto.prefPane)
+set(VEXTO_DAEMON_HOME ${VEXTO_BUNDLE_HOME}/Contents/Resources/vextodaemon.app)
+
+install(TARGETS vexto_runtime LIBRARY DESTINATION ${VEXTO_HOME}/lib)
+
+set(host_programs vexto-prefs vexto-plist)
+if(VEXTO_BUILD_QT)
+    list(APPEND host_programs vexto-prefs-qt)
+endif()
+set_target_properties(${host_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/lib")
+install(TARGETS ${host_programs} RUNTIME DESTINATION ${VEXTO_HOME} LIBRARY DESTINATION ${VEXTO_HOME})
+
+set_target_properties(vexto_pane_module PROPERTIES INSTALL_RPATH "$ORIGIN/../../../lib")
+install(TARGETS vexto_pane_module LIBRARY DESTINATION ${VEXTO_BUNDLE_HOME}/Contents/Linux)
+install(FILES ${VEXTO_PANE_BUNDLE}/Contents/Info.plist DESTINATION ${VEXTO_BUNDLE_HOME}/Contents)
+# The resources as built (strings, help, defaults, presets, images), without the daemon's
+# binaries, which are installed as targets below.
+install(DIRECTORY ${VEXTO_PANE_BUNDLE}/Contents/Resources DESTINATION ${VEXTO_BUNDLE_HOME}/Contents
+        PATTERN "vextodaemon.app/Contents/Linux" EXCLUDE)
+
+set(daemon_programs vextodaemon)
+if(VEXTO_BUILD_QT)
+    list(APPEND daemon_programs vextodaemon-qt)
+endif()
+set_target_properties(${daemon_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/../../../../../../lib")
+install(TARGETS ${daemon_programs} RUNTIME DESTINATION ${VEXTO_DAEMON_HOME}/Contents/Linux
+        LIBRARY DESTINATION ${VEXTO_DAEMON_HOME}/Contents/Linux)
+
+foreach(command vexto-prefs vexto-plist)
+    install(CODE "
+        file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
+        file(CREATE_LINK ../${VEXTO_HOME}/${command}
+             \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/${command}\" SYMBOLIC)")
+endforeach()
+
+install(FILES ${PROJECT_SOURCE_DIR}/resources/app.vexto.Preferences.desktop
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+if(VEXTO_BUILD_QT)
+    install(FILES ${VEXTO_PANE_BUNDLE}/Contents/Resources/Vexto.png
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps RENAME vexto.png)
+endif()
