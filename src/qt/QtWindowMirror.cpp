@@ -6,8 +6,10 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -15,7 +17,11 @@ namespace vexto {
 
 namespace {
 
-// The top-level widget, telling the mirror when the person resizes it.
+// Room the window manager's frame and panels take around a window.
+constexpr int screenMargin = 48;
+
+// The top-level widget, telling the mirror when the person resizes it. Its one child, a scroll
+// area, fills it.
 class TopLevel final : public QWidget {
 public:
     explicit TopLevel(std::function<void(QSize)> resized) : resized_(std::move(resized)) {}
@@ -24,6 +30,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override
     {
         QWidget::resizeEvent(event);
+        for (QObject* child : children()) {
+            if (auto* area = qobject_cast<QScrollArea*>(child)) {
+                area->setGeometry(rect());
+            }
+        }
         resized_(event->size());
     }
 
@@ -39,16 +50,23 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
         if (pushing_) {
             return;
         }
+        // Below the content's least size (a small screen), the content keeps it and scrolls.
+        const Size least = window_.contentMinSize();
+        const double width = std::max<double>(size.width(), least.width);
+        const double height =
+            std::max<double>(size.height(), least.height) + window_.titleBarHeight();
         const Rect frame = window_.frame();
-        const double height = size.height() + window_.titleBarHeight();
-        window_.setFrame(Rect(frame.minX(), frame.maxY() - height, size.width(), height), true,
-                         false);
+        window_.setFrame(Rect(frame.minX(), frame.maxY() - height, width, height), true, false);
     });
+    scroll_ = new QScrollArea(widget_.get());
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(false);
     if (window_.contentView() != nullptr) {
         auto content = window_.contentView()->shared_from_this();
-        content_ = QtViewMirror::create(content, widget_.get());
+        content_ = QtViewMirror::create(content, scroll_->viewport());
         content_->setPinnedToParentOrigin(true);
         content_->place();
+        scroll_->setWidget(content_->widget());
         content_->widget()->show();
     }
     // A click's tracking loop in the model waits for the mouse as Qt delivers it.
@@ -80,8 +98,11 @@ void QtWindowMirror::sync()
     pushing_ = true;
     const Rect content = window_.contentRectForFrameRect(window_.frame());
     const Size least = window_.contentMinSize();
-    widget_->setMinimumSize(int(std::ceil(least.width)), int(std::ceil(least.height)));
-    widget_->resize(int(std::lround(content.width())), int(std::lround(content.height())));
+    const QSize screen = largestSize();
+    widget_->setMinimumSize(std::min(int(std::ceil(least.width)), screen.width()),
+                            std::min(int(std::ceil(least.height)), screen.height()));
+    widget_->resize(std::min(int(std::lround(content.width())), screen.width()),
+                    std::min(int(std::lround(content.height())), screen.height()));
     widget_->setWindowTitle(QString::fromStdString(window_.title()));
     if (content_) {
         content_->place();
@@ -97,7 +118,19 @@ QtViewMirror* QtWindowMirror::mirrorOf(const View* view) const
 QImage QtWindowMirror::render() const
 {
     widget_->ensurePolished();
-    return widget_->grab().toImage();
+    QWidget* content = content_ ? content_->widget() : widget_.get();
+    return content->grab().toImage();
+}
+
+QSize QtWindowMirror::largestSize() const
+{
+    const QScreen* screen = widget_->screen();
+    if (screen == nullptr) {
+        return QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
+    const QSize available = screen->availableGeometry().size();
+    return QSize(std::max(available.width() - screenMargin / 2, 200),
+                 std::max(available.height() - screenMargin, 200));
 }
 
 void QtWindowMirror::closeOnStandardKeys()

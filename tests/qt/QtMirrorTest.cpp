@@ -15,6 +15,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSet>
 #include <QSlider>
 #include <QTabWidget>
@@ -238,6 +240,23 @@ TEST_F(QtMirrorTest, TheWindowRendersToANonBlankPicture)
     }
     EXPECT_GT(colours.size(), 3) << "more than a blank background";
     EXPECT_TRUE(picture.save("qt-mirror.png"));
+}
+
+TEST_F(QtMirrorTest, ContentLargerThanTheScreenScrollsAndKeepsItsSize)
+{
+    const QSize screen = mirror->largestSize();
+    const Rect huge(0, 0, screen.width() + 400, screen.height() + 300);
+    window.setFrame(huge, true, false);
+    window.setContentMinSize(huge.size);
+    QApplication::processEvents();
+    EXPECT_EQ(mirror->widget()->size(), screen) << "no bigger than the screen";
+    EXPECT_EQ(window.frame(), huge) << "the model keeps its size";
+    auto* area = mirror->widget()->findChild<QScrollArea*>();
+    ASSERT_NE(area, nullptr);
+    EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+    EXPECT_GT(area->horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(mirror->render().size(), QSize(int(huge.width()), int(huge.height())))
+        << "pictures show everything";
 }
 
 } // namespace
