@@ -1,6 +1,7 @@
 #include "qt/QtColorWellMirror.hpp"
 
 #include "qt/QtCanvas.hpp"
+#include "qt/QtKeyboardFocus.hpp"
 #include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 
@@ -40,7 +41,7 @@ class Swatch final : public QWidget {
 public:
     Swatch(ColorWell& well, QWidget* parent) : QWidget(parent), well_(well)
     {
-        setFocusPolicy(Qt::StrongFocus);
+        QtKeyboardFocus::takeFocusAndShowIt(this);
     }
 
 protected:
@@ -77,22 +78,11 @@ protected:
     // Reached with Tab, the well is pressed with Space or Return as it is clicked.
     void keyPressEvent(QKeyEvent* event) override
     {
-        const int key = event->key();
-        if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (QtKeyboardFocus::isPressKey(event->key())) {
             press();
             return;
         }
         QWidget::keyPressEvent(event);
-    }
-    void focusInEvent(QFocusEvent* event) override
-    {
-        QWidget::focusInEvent(event);
-        update();
-    }
-    void focusOutEvent(QFocusEvent* event) override
-    {
-        QWidget::focusOutEvent(event);
-        update();
     }
 
     void press()

@@ -3,6 +3,7 @@
 #include "qt/QtCanvas.hpp"
 #include "qt/QtFonts.hpp"
 #include "qt/QtKeyEvents.hpp"
+#include "qt/QtKeyboardFocus.hpp"
 #include "toolkit/Event.hpp"
 #include "toolkit/TextView.hpp"
 #include "toolkit/Window.hpp"
@@ -19,7 +20,7 @@ class TextBox final : public QWidget {
 public:
     TextBox(TextView& view, QWidget* parent) : QWidget(parent), view_(view)
     {
-        setFocusPolicy(Qt::StrongFocus);
+        QtKeyboardFocus::takeFocusAndShowIt(this);
     }
 
 protected:
@@ -45,17 +46,6 @@ protected:
 
     // Through the window, as a click: the view takes the keyboard focus the model's way.
     void mousePressEvent(QMouseEvent*) override { click(); }
-
-    void focusInEvent(QFocusEvent* event) override
-    {
-        QWidget::focusInEvent(event);
-        update();
-    }
-    void focusOutEvent(QFocusEvent* event) override
-    {
-        QWidget::focusOutEvent(event);
-        update();
-    }
 
     void click()
     {
@@ -85,9 +75,8 @@ protected:
                 return true;
             }
             // Reached with Tab, the field is pressed with Space or Return as it is clicked.
-            const int key = static_cast<QKeyEvent*>(event)->key();
             if (event->type() == QEvent::KeyPress &&
-                (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+                QtKeyboardFocus::isPressKey(static_cast<QKeyEvent*>(event)->key())) {
                 click();
                 return true;
             }

@@ -1,3 +1,4 @@
+#include "../support/ShippedLooks.hpp"
 #include "QtTestApplication.hpp"
 #include "SampleAppearance.hpp"
 #include "SamplePanelView.hpp"
@@ -34,15 +35,9 @@ QColor expectedSelection(const SampleAppearance& look)
 
 TEST_P(SamplePanelPictureTest, ThePictureIsNotBlankAndShowsTheSelectionColourWhereTheSelectionIs)
 {
-    PlistDictionary settings;
-    if (!GetParam().empty()) {
-        const std::string bundle = VEXTO_PANE_BUNDLE_PATH;
-        settings = deeplyMutableDictionaryWithContentsOfFile(bundle + "/Contents/Resources/" +
-                                                             GetParam() + ".vextolayout")
-                       .value_or(PlistDictionary{});
-        ASSERT_FALSE(settings.empty());
-    }
-    const SampleAppearance look = SampleAppearance::fromSettings(settings, {}, nullptr);
+    const auto settings = test::lookSettings(VEXTO_PANE_BUNDLE_PATH, GetParam());
+    ASSERT_TRUE(settings.has_value());
+    const SampleAppearance look = SampleAppearance::fromSettings(*settings, {}, nullptr);
     ASSERT_EQ(look.selection.alpha(), 1.0f) << "the expected colour assumes an opaque selection";
     SamplePanelView view(look, 1280);
     QImage picture(int(view.frame().width()), int(view.frame().height()),
@@ -71,13 +66,8 @@ TEST_P(SamplePanelPictureTest, ThePictureIsNotBlankAndShowsTheSelectionColourWhe
     EXPECT_NEAR(seen.blueF(), wanted.blueF(), 0.03) << seen.name().toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelPictureTest,
-                         ::testing::Values("", "Graphite", "Daylight", "High Contrast"),
-                         [](const auto& info) {
-                             std::string name = info.param.empty() ? "Defaults" : info.param;
-                             std::erase(name, ' ');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelPictureTest, test::shippedLooks(),
+                         test::lookTestName);
 
 } // namespace
 } // namespace vexto

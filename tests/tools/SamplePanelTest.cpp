@@ -1,3 +1,4 @@
+#include "../support/ShippedLooks.hpp"
 #include "SampleAppearance.hpp"
 #include "SamplePanelView.hpp"
 #include "foundation/DictionaryExtensions.hpp"
@@ -8,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -135,16 +135,9 @@ class SamplePanelLookTest : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(SamplePanelLookTest, TheDrawingUsesTheLooksValuesWhereTheyBelong)
 {
-    PlistDictionary settings;
-    if (!GetParam().empty()) {
-        const char* bundle = std::getenv("VEXTO_PANE_BUNDLE");
-        ASSERT_NE(bundle, nullptr);
-        const auto layout = deeplyMutableDictionaryWithContentsOfFile(
-            std::string(bundle) + "/Contents/Resources/" + GetParam() + ".vextolayout");
-        ASSERT_TRUE(layout.has_value());
-        settings = *layout;
-    }
-    const SampleAppearance look = SampleAppearance::fromSettings(settings, {}, nullptr);
+    const auto settings = test::lookSettings(VEXTO_PANE_BUNDLE_PATH, GetParam());
+    ASSERT_TRUE(settings.has_value());
+    const SampleAppearance look = SampleAppearance::fromSettings(*settings, {}, nullptr);
     SamplePanelView view(look, 1280);
     const Operations operations = drawn(view);
     const auto d = [](const auto& value) {
@@ -194,13 +187,8 @@ TEST_P(SamplePanelLookTest, TheDrawingUsesTheLooksValuesWhereTheyBelong)
     EXPECT_EQ(badges, look.shortcutBadges ? SamplePanelView::applicationCount : 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelLookTest,
-                         ::testing::Values("", "Graphite", "Daylight", "High Contrast"),
-                         [](const auto& info) {
-                             std::string name = info.param.empty() ? "Defaults" : info.param;
-                             std::erase(name, ' ');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelLookTest, test::shippedLooks(),
+                         test::lookTestName);
 
 } // namespace
 } // namespace vexto
