@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
+#include "platform/linux/DeferredKeyboardLayout.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
@@ -10,7 +11,6 @@
 #include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/X11DesktopWatcher.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
-#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "toolkit/PaneEnvironment.hpp"
 
 #include <memory>
@@ -27,8 +27,7 @@ public:
     // Notifications from other processes, and moves to another desktop, arrive through the
     // front's run loop.
     explicit LinuxPaneServices(DescriptorWatcher& loop)
-        : center_(loop), keyboard_(XkbKeyboardLayout::forDesktop()), processes_(&windows_),
-          desktops_(loop, [this] {
+        : center_(loop), processes_(&windows_), desktops_(loop, [this] {
               desktop_.postWorkspaceNotification(
                   WorkspaceNotificationCenter::activeSpaceDidChangeNotification);
           })
@@ -42,7 +41,7 @@ public:
         PaneEnvironment environment{loop, center_, desktop_, desktop_, desktop_, nullptr};
         environment.images = &images_;
         environment.fonts = &fonts_;
-        environment.keyboard = keyboard_.get();
+        environment.keyboard = &keyboard_;
         environment.hotKeys = &hotKeys_;
         environment.processes = &processes_;
         environment.processSignals = &processes_;
@@ -56,7 +55,7 @@ private:
     LinuxDesktop desktop_;
     TiffImageDecoder images_;
     FontconfigCatalog fonts_;
-    std::unique_ptr<XkbKeyboardLayout> keyboard_;
+    DeferredKeyboardLayout keyboard_;
     X11HotKeyRegistrar hotKeys_;
     EwmhProcessWindows windows_;
     ProcProcessList processes_;

@@ -2,6 +2,7 @@
 
 #include "XvfbServer.hpp"
 #include "hotkeys/KeyLabels.hpp"
+#include "platform/linux/DeferredKeyboardLayout.hpp"
 #include "platform/linux/EvdevKeyCodes.hpp"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,22 @@ TEST(XkbKeyboardLayoutTest, KeysReadTheirUnshiftedCharacterFromTheLayout)
     // The labels the pane shows for them.
     EXPECT_EQ(KRVXStringForKeyCode(0x00, false, us.get()), "A");
     EXPECT_EQ(KRVXStringForKeyCode(0x29, false, german.get()), "\u00D6");
+}
+
+TEST(XkbKeyboardLayoutTest, TheDeferredLayoutIsCompiledOnceOnTheFirstQuestion)
+{
+    int compiled = 0;
+    const DeferredKeyboardLayout deferred([&] {
+        ++compiled;
+        return layout("de");
+    });
+    EXPECT_EQ(compiled, 0);
+    EXPECT_EQ(deferred.characterForKeyCode(0x10), u'z');
+    EXPECT_EQ(deferred.characterForKeyCode(0x00), u'a');
+    EXPECT_EQ(compiled, 1);
+
+    const DeferredKeyboardLayout none([] { return std::unique_ptr<XkbKeyboardLayout>(); });
+    EXPECT_EQ(none.characterForKeyCode(0x00), std::nullopt) << "no layout: no characters";
 }
 
 TEST(XkbKeyboardLayoutTest, DeadKeysGiveNothingAndTheKeypadGivesDigits)
