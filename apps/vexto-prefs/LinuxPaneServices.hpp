@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
-#include "platform/linux/DeferredImageDecoder.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
+#include "platform/linux/TiffImageDecoder.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/X11DesktopWatcher.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
@@ -53,7 +53,7 @@ public:
 private:
     DBusDistributedNotificationCenter center_;
     LinuxDesktop desktop_;
-    DeferredImageDecoder images_;
+    TiffImageDecoder images_;
     FontconfigCatalog fonts_;
     DeferredKeyboardLayout keyboard_;
     X11HotKeyRegistrar hotKeys_;

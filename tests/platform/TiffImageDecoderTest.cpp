@@ -1,7 +1,6 @@
 #include "platform/linux/TiffImageDecoder.hpp"
 
 #include "../foundation/TestSupport.hpp"
-#include "platform/linux/DeferredImageDecoder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -84,18 +83,6 @@ TEST_F(TiffImageDecoderTest, PixelsComeBackWithStraightAlphaWhateverTheFileHolds
     // No alpha: opaque.
     writeTiff(path, {{1, 1, {1, 2, 3}, 3}});
     EXPECT_EQ(decoder.decode(path, 1)->rgba, (std::vector<std::uint8_t>{1, 2, 3, 255}));
-}
-
-TEST_F(TiffImageDecoderTest, TheDeferredDecoderLoadsTheModuleBesideTheRuntimeOnFirstUse)
-{
-    EXPECT_TRUE(DeferredImageDecoder::modulePath().ends_with("/lib/libvexto-tiff.so"))
-        << DeferredImageDecoder::modulePath();
-    writeTiff(path, {{2, 1, {255, 0, 0, 128, 10, 20, 30, 0}}});
-    const DeferredImageDecoder deferred;
-    const auto bitmap = deferred.decode(path, 1);
-    ASSERT_TRUE(bitmap);
-    EXPECT_EQ(bitmap->rgba, decoder.decode(path, 1)->rgba);
-    EXPECT_FALSE(deferred.decode(folder.file("missing.tiff"), 1));
 }
 
 TEST_F(TiffImageDecoderTest, TheScalePicksThePictureOfItsSize)
