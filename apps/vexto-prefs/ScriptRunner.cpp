@@ -6,6 +6,7 @@
 #include "ScriptedAlerts.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/HomeDirectory.hpp"
+#include "foundation/NumericText.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "ports/RunLoop.hpp"
 #include "toolkit/Application.hpp"
@@ -19,21 +20,9 @@
 #include "toolkit/TextField.hpp"
 #include "toolkit/Window.hpp"
 
-#include <charconv>
-
 namespace vexto {
 
 namespace {
-
-std::optional<double> number(std::string_view text)
-{
-    double value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
 
 bool fail(std::string& error, std::string message)
 {
@@ -210,7 +199,7 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
     }
     if (command == "set-state") {
         auto* button = dynamic_cast<Button*>(outlet(words, 1, error));
-        const auto state = words.size() == 3 ? number(words[2]) : std::nullopt;
+        const auto state = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
         if (button == nullptr || !state) {
             return error.empty() ? fail(error, "set-state takes a button and -1, 0 or 1") : false;
         }
@@ -273,7 +262,7 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         return true;
     }
     if (command == "wait") {
-        const auto seconds = words.size() == 2 ? number(words[1]) : std::nullopt;
+        const auto seconds = words.size() == 2 ? NumericText::wholeReal(words[1]) : std::nullopt;
         if (!seconds || *seconds < 0) {
             return fail(error, "wait takes a number of seconds");
         }
@@ -326,10 +315,10 @@ bool ScriptRunner::choose(const Words& words, std::string& error)
     const std::string& choice = words[2];
     int index = -1;
     if (choice.starts_with("index=")) {
-        index = static_cast<int>(number(choice.substr(6)).value_or(-1));
+        index = static_cast<int>(NumericText::wholeReal(choice.substr(6)).value_or(-1));
     } else if (choice.starts_with("tag=")) {
         index = popUp->menu().indexOfItemWithTag(
-            static_cast<int>(number(choice.substr(4)).value_or(-1)));
+            static_cast<int>(NumericText::wholeReal(choice.substr(4)).value_or(-1)));
     } else if (choice.starts_with("title=")) {
         index = popUp->menu().indexOfItemWithTitle(choice.substr(6));
     } else {
@@ -367,7 +356,7 @@ bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
 bool ScriptRunner::slide(const Words& words, std::string& error)
 {
     auto* slider = dynamic_cast<Slider*>(outlet(words, 1, error));
-    const auto value = words.size() == 3 ? number(words[2]) : std::nullopt;
+    const auto value = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
     if (slider == nullptr || !value) {
         return error.empty() ? fail(error, "slide takes a slider and a value") : false;
     }
@@ -383,7 +372,7 @@ bool ScriptRunner::slide(const Words& words, std::string& error)
 bool ScriptRunner::setGradient(const Words& words, std::string& error)
 {
     auto* well = dynamic_cast<ColorWell*>(outlet(words, 1, error));
-    const auto value = words.size() == 3 ? number(words[2]) : std::nullopt;
+    const auto value = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
     if (well == nullptr || !value) {
         return error.empty() ? fail(error, "gradient takes a colour well and a value") : false;
     }
@@ -414,7 +403,7 @@ bool ScriptRunner::clickStrip(const Words& words, std::string& error)
     const auto x = where == "left"     ? std::optional<double>(1)
                    : where == "right"  ? std::optional<double>(width - 1)
                    : where == "middle" ? std::optional<double>(width / 2)
-                                       : number(where);
+                                       : NumericText::wholeReal(where);
     if (!x) {
         return fail(error, "click-strip takes left, right, middle or a distance in points");
     }

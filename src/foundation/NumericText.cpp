@@ -102,4 +102,14 @@ std::string NumericText::shortestText(float value)
     return std::string(buffer, result.ptr);
 }
 
+std::optional<double> NumericText::wholeReal(std::string_view text)
+{
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
 } // namespace vexto

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ public:
     static bool leadingBoolean(std::string_view text);
     // Leading decimal real (digits, point, exponent) after white space; 0 when there is none.
     static double leadingReal(std::string_view text);
+    // The text as a whole read as a decimal real, as people type numbers on a command line;
+    // none when anything else is in it.
+    static std::optional<double> wholeReal(std::string_view text);
 
     // The shortest text that reads back as exactly this number: "0.5", "-1", "0.96862745".
     static std::string shortestText(double value);

@@ -12,12 +12,12 @@
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
+#include "foundation/NumericText.hpp"
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 
-#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -102,16 +102,6 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
     return 0;
 }
 
-std::optional<double> parsedNumber(std::string_view text)
-{
-    double value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 int renderSample(const char* source, const char* png, const char* width)
 {
     const auto settings = deeplyMutableDictionaryWithContentsOfFile(source);
@@ -119,8 +109,8 @@ int renderSample(const char* source, const char* png, const char* width)
         std::fprintf(stderr, "vextodaemon: %s is not a readable settings or layout file\n", source);
         return 1;
     }
-    const auto screenWidth =
-        width != nullptr ? parsedNumber(width) : std::optional<double>(pictureScreenWidth);
+    const auto screenWidth = width != nullptr ? NumericText::wholeReal(width)
+                                              : std::optional<double>(pictureScreenWidth);
     if (!screenWidth || *screenWidth < 0) {
         std::fprintf(stderr, "vextodaemon: the screen width must be a number of points\n");
         return 2;
