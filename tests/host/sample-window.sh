@@ -32,7 +32,8 @@ dbus-run-session -- sh -s "$daemon" "$log" >"$work/out" 2>&1 <<'SESSION' || { ca
 daemon=$1 log=$2
 "$daemon" 2>/dev/null &
 pid=$!
-trap 'kill $pid 2>/dev/null' EXIT
+# Gone before the next test looks for daemons by name.
+trap 'kill $pid 2>/dev/null; wait $pid 2>/dev/null' EXIT
 waitfor() { # TEXT SECONDS
     tries=0
     until grep -q "$1" "$log" 2>/dev/null; do
