@@ -1,16 +1,14 @@
 #pragma once
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
+#include "platform/linux/DeferredFontCatalog.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
-#include "platform/linux/EwmhProcessWindows.hpp"
-#include "platform/linux/FontconfigCatalog.hpp"
+#include "platform/linux/DesktopServices.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
+#include "platform/linux/NoDisplay.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
-#include "platform/linux/X11AccessibilityStatus.hpp"
-#include "platform/linux/X11DesktopWatcher.hpp"
-#include "platform/linux/X11HotKeyRegistrar.hpp"
 #include "toolkit/PaneEnvironment.hpp"
 
 #include <memory>
@@ -21,17 +19,25 @@ class RunLoop;
 
 // The real Linux services the host gives the pane, with a window or without: notifications,
 // the desktop and its virtual desktops, fonts, images, the keyboard layout, global hot keys, the
-// process list and windows, other applications' preferences and assistive access.
+// process list and windows, other applications' preferences and assistive access. What needs
+// the desktop's libraries comes from the desktop module: at once where a display is named,
+// otherwise (fonts, the keyboard layout) only when first asked for.
 class LinuxPaneServices {
 public:
     // Notifications from other processes, and moves to another desktop, arrive through the
     // front's run loop.
     explicit LinuxPaneServices(DescriptorWatcher& loop)
-        : center_(loop), processes_(&windows_), desktops_(loop, [this] {
-              desktop_.postWorkspaceNotification(
-                  WorkspaceNotificationCenter::activeSpaceDidChangeNotification);
-          })
-    {}
+        : center_(loop), display_(NoDisplay::isNamed() ? DesktopServices::shared() : nullptr),
+          processes_(display_ != nullptr ? &display_->windows()
+                                         : static_cast<ProcessWindows*>(&noDisplay_))
+    {
+        if (display_ != nullptr) {
+            desktops_ = display_->watchDesktops(loop, [this] {
+                desktop_.postWorkspaceNotification(
+                    WorkspaceNotificationCenter::activeSpaceDidChangeNotification);
+            });
+        }
+    }
     LinuxPaneServices(const LinuxPaneServices&) = delete;
     LinuxPaneServices& operator=(const LinuxPaneServices&) = delete;
 
@@ -42,11 +48,14 @@ public:
         environment.images = &images_;
         environment.fonts = &fonts_;
         environment.keyboard = &keyboard_;
-        environment.hotKeys = &hotKeys_;
+        environment.hotKeys =
+            display_ != nullptr ? &display_->hotKeys() : static_cast<HotKeyRegistrar*>(&noDisplay_);
         environment.processes = &processes_;
         environment.processSignals = &processes_;
         environment.foreignPreferences = &preferences_;
-        environment.accessibility = &accessibility_;
+        environment.accessibility = display_ != nullptr
+                                        ? &display_->accessibility()
+                                        : static_cast<AccessibilityStatus*>(&noDisplay_);
         return environment;
     }
 
@@ -54,14 +63,13 @@ private:
     DBusDistributedNotificationCenter center_;
     LinuxDesktop desktop_;
     TiffImageDecoder images_;
-    FontconfigCatalog fonts_;
+    DeferredFontCatalog fonts_;
     DeferredKeyboardLayout keyboard_;
-    X11HotKeyRegistrar hotKeys_;
-    EwmhProcessWindows windows_;
+    NoDisplay noDisplay_;
+    DesktopServices* display_;
     ProcProcessList processes_;
     PreferencesFolder preferences_;
-    X11AccessibilityStatus accessibility_;
-    X11DesktopWatcher desktops_;
+    std::shared_ptr<void> desktops_;
 };
 
 } // namespace vexto

@@ -1,6 +1,8 @@
 #include "platform/linux/FontconfigCatalog.hpp"
 
 #include "../foundation/TestSupport.hpp"
+#include "platform/linux/DeferredFontCatalog.hpp"
+#include "platform/linux/DesktopServices.hpp"
 
 #include <gtest/gtest.h>
 
@@ -55,6 +57,18 @@ TEST_F(FontconfigCatalogTest, AConfigurationThatCannotBeReadListsNothing)
     test::writeText(folder.file("bad.conf"), "<fontconfig><dir>");
     const FontconfigCatalog catalog(folder.file("bad.conf"));
     EXPECT_TRUE(catalog.availableFontFamilies().empty());
+}
+
+// The pane's fonts come from the desktop module beside the runtime, loaded on the first question:
+// the machine's own fonts, the same as the catalog linked in directly lists.
+TEST(DesktopServicesTest, TheDeferredCatalogAsksTheDesktopModule)
+{
+    const DeferredFontCatalog deferred;
+    const FontconfigCatalog direct;
+    EXPECT_EQ(deferred.availableFontFamilies(), direct.availableFontFamilies());
+    ASSERT_NE(DesktopServices::shared(), nullptr) << "the module was loaded";
+    EXPECT_EQ(&DesktopServices::shared()->fonts(), &DesktopServices::shared()->fonts())
+        << "one instance for the process";
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/XkbKeyboardLayout.hpp"
+#include "ports/KeyboardLayout.hpp"
 
 #include <functional>
 #include <memory>
@@ -12,10 +12,10 @@ namespace vexto {
 // never need it.
 class DeferredKeyboardLayout final : public KeyboardLayout {
 public:
-    using Source = std::function<std::unique_ptr<XkbKeyboardLayout>()>;
-    explicit DeferredKeyboardLayout(Source source = &XkbKeyboardLayout::forDesktop)
-        : source_(std::move(source))
-    {}
+    using Source = std::function<std::unique_ptr<KeyboardLayout>()>;
+    // By default the layout comes from the desktop module.
+    DeferredKeyboardLayout();
+    explicit DeferredKeyboardLayout(Source source) : source_(std::move(source)) {}
 
     std::optional<char16_t> characterForKeyCode(std::uint16_t keyCode) const override
     {
@@ -28,7 +28,7 @@ public:
 
 private:
     mutable Source source_;
-    mutable std::unique_ptr<XkbKeyboardLayout> layout_;
+    mutable std::unique_ptr<KeyboardLayout> layout_;
 };
 
 } // namespace vexto
