@@ -360,11 +360,16 @@ bool ScriptRunner::slide(const Words& words, std::string& error)
     if (slider == nullptr || !value) {
         return error.empty() ? fail(error, "slide takes a slider and a value") : false;
     }
-    // As a drag: the event being handled is a drag, not the final release.
-    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
-    slider->setDoubleValue(*value);
-    slider->sendAction();
+    drag(*slider, *value);
     return true;
+}
+
+// As a drag: the event being handled is a drag, not the final release.
+void ScriptRunner::drag(Slider& slider, double value)
+{
+    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
+    slider.setDoubleValue(value);
+    slider.sendAction();
 }
 
 // As a person does it: the well is clicked unless it is active already, which brings up the
@@ -384,9 +389,7 @@ bool ScriptRunner::setGradient(const Words& words, std::string& error)
     if (slider == nullptr) {
         return fail(error, words[1] + " puts no gradient strip on the colour panel");
     }
-    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDragged, Point{}));
-    slider->setDoubleValue(*value);
-    slider->sendAction();
+    drag(*slider, *value);
     return true;
 }
 

@@ -14,6 +14,7 @@ namespace vexto {
 class PaneHost;
 class RunLoop;
 class ScriptedAlerts;
+class Slider;
 class View;
 
 // Runs an automation script against a loaded pane: one command a line, "#" starts a comment,
@@ -43,6 +44,7 @@ private:
     bool choose(const Words& words, std::string& error);
     bool chooseSubmenu(const Words& words, std::string& error);
     bool slide(const Words& words, std::string& error);
+    static void drag(Slider& slider, double value);
     bool setGradient(const Words& words, std::string& error);
     bool clickStrip(const Words& words, std::string& error);
     bool type(const Words& words, std::string& error);

@@ -94,18 +94,24 @@ std::vector<std::string> Localization::localizationFoldersForLocale(const std::s
 
 std::vector<std::string> Localization::preferredLocalizationFolders()
 {
+    return localizationFoldersForLocale(std::string(preferredLocale()));
+}
+
+std::string_view Localization::preferredLocale()
+{
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
-            return localizationFoldersForLocale(value);
+            return value;
         }
     }
-    return localizationFoldersForLocale("");
+    return {};
 }
 
 bool Localization::isPseudoLocale()
 {
-    const std::vector<std::string> folders = preferredLocalizationFolders();
-    return !folders.empty() && folders.front() == "x-pseudo.lproj";
+    // Asked for every text shown: the locale's name is read, no folder list is built.
+    const std::string_view locale = preferredLocale();
+    return locale.substr(0, locale.find_first_of(".@")) == "x-pseudo";
 }
 
 std::string Localization::pseudoLocalized(std::string_view text)

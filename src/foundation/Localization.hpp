@@ -12,6 +12,8 @@ class Localization {
 public:
     // From LC_ALL, LC_MESSAGES or LANG (the first that is set), always ending with English.
     static std::vector<std::string> preferredLocalizationFolders();
+    // The locale named by LC_ALL, LC_MESSAGES or LANG (the first that is set); empty when none.
+    static std::string_view preferredLocale();
     // The same for a given locale name such as "de_DE.UTF-8".
     static std::vector<std::string> localizationFoldersForLocale(const std::string& locale);
 

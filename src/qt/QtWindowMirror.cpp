@@ -8,6 +8,7 @@
 #include <QResizeEvent>
 #include <QScreen>
 #include <QShortcut>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -20,8 +21,7 @@ namespace {
 // Room the window manager's frame and panels take around a window.
 constexpr int screenMargin = 48;
 
-// The top-level widget, telling the mirror when the person resizes it. Its one child, a scroll
-// area, fills it.
+// The top-level widget, telling the mirror when the person resizes it.
 class TopLevel final : public QWidget {
 public:
     explicit TopLevel(std::function<void(QSize)> resized) : resized_(std::move(resized)) {}
@@ -30,11 +30,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override
     {
         QWidget::resizeEvent(event);
-        for (QObject* child : children()) {
-            if (auto* area = qobject_cast<QScrollArea*>(child)) {
-                area->setGeometry(rect());
-            }
-        }
         resized_(event->size());
     }
 
@@ -58,9 +53,13 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
         const Rect frame = window_.frame();
         window_.setFrame(Rect(frame.minX(), frame.maxY() - height, width, height), true, false);
     });
+    // The content scrolls inside the window where the screen is smaller than it.
     scroll_ = new QScrollArea(widget_.get());
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setWidgetResizable(false);
+    auto* layout = new QVBoxLayout(widget_.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll_);
     if (window_.contentView() != nullptr) {
         auto content = window_.contentView()->shared_from_this();
         content_ = QtViewMirror::create(content, scroll_->viewport());

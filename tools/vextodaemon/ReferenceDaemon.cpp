@@ -70,14 +70,11 @@ std::string ReferenceDaemon::defaultsPath()
     return PreferencesFolder::pathForDomain(std::string(product::bundleIdentifier));
 }
 
-SampleAppearance ReferenceDaemon::sampleAppearance(const PlistDictionary& settings,
-                                                   const std::string& bundlePath,
-                                                   const FontCatalog* fonts)
+PlistDictionary ReferenceDaemon::shippedDefaults(const std::string& bundlePath)
 {
     const std::string defaultsPath = FileSystem::join(
         FileSystem::folderOf(bundlePath), std::string(product::defaultSettingsFileName));
-    const auto defaults = deeplyMutableDictionaryWithContentsOfFile(defaultsPath);
-    return SampleAppearance::fromSettings(settings, defaults.value_or(PlistDictionary{}), fonts);
+    return deeplyMutableDictionaryWithContentsOfFile(defaultsPath).value_or(PlistDictionary{});
 }
 
 int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
@@ -138,12 +135,21 @@ void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
     if (object != names::dummyObject) {
         return;
     }
-    if (presenter_ != nullptr && settings != nullptr &&
-        presenter_->showSample(sampleAppearance(*settings, bundlePath_, fonts_))) {
-        Log::line("showing a sample panel");
-    } else {
-        Log::line("a sample panel is due");
+    Log::line(settings != nullptr && showSample(*settings) ? "showing a sample panel"
+                                                           : "a sample panel is due");
+}
+
+bool ReferenceDaemon::showSample(const PlistDictionary& settings)
+{
+    if (presenter_ == nullptr) {
+        return false;
     }
+    // The shipped defaults do not change while the daemon runs: read once.
+    if (!shippedDefaults_) {
+        shippedDefaults_ = shippedDefaults(bundlePath_);
+    }
+    return presenter_->showSample(
+        SampleAppearance::fromSettings(settings, *shippedDefaults_, fonts_));
 }
 
 void ReferenceDaemon::followInstruction(const std::optional<std::string>& object)

@@ -10,7 +10,6 @@ namespace vexto {
 class DistributedNotificationCenter;
 class FontCatalog;
 class SamplePresenter;
-struct SampleAppearance;
 
 // The Linux reference daemon: it speaks the daemon's whole side of the notification protocol,
 // so that the pane can be driven and tried end to end, and cycles no windows. It rereads the
@@ -39,14 +38,14 @@ public:
     // comparing dot-separated numbers.
     static int compareVersions(const std::string& first, const std::string& second);
 
-    // The appearance in a settings (or layout) file over the pane's shipped defaults, which lie
-    // beside the daemon's bundle.
-    static SampleAppearance sampleAppearance(const PlistDictionary& settings,
-                                             const std::string& bundlePath,
-                                             const FontCatalog* fonts);
+    // The pane's shipped defaults, which lie beside the daemon's bundle; the sample panel is
+    // drawn from the settings over them.
+    static PlistDictionary shippedDefaults(const std::string& bundlePath);
 
 private:
     void updateDaemon(const std::optional<std::string>& object);
+    // False where there is nowhere to show it.
+    bool showSample(const PlistDictionary& settings);
     void followInstruction(const std::optional<std::string>& object);
     void toggleAutomaticChecks();
     void checkNow();
@@ -58,6 +57,7 @@ private:
     std::string bundlePath_;
     SamplePresenter* presenter_;
     const FontCatalog* fonts_;
+    std::optional<PlistDictionary> shippedDefaults_;
     bool running_ = false;
 };
 

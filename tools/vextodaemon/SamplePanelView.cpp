@@ -16,39 +16,23 @@ constexpr double borderWidth = 2;
 constexpr double labelGap = 4;
 constexpr double lineFactor = 1.5;
 
-// Sample icons: a hue each, so that the row reads as different applications.
-constexpr std::array<float, SamplePanelView::applicationCount> iconHues = {0.58f, 0.08f, 0.0f,
-                                                                           0.33f, 0.13f};
+// Sample icons: a colour each (blue, orange, red, green, yellow), so that the row reads as
+// different applications.
+constexpr std::array<std::array<float, 3>, SamplePanelView::applicationCount> iconColors = {{
+    {0.0f, 0.52f, 1.0f},
+    {1.0f, 0.48f, 0.0f},
+    {1.0f, 0.0f, 0.0f},
+    {0.02f, 1.0f, 0.0f},
+    {1.0f, 0.78f, 0.0f},
+}};
 
+// The icon's colour softened towards grey, at a brightness.
 Color iconColor(std::size_t index, float brightness)
 {
-    // A plain HSV to RGB turn with full saturation softened a little.
-    const float hue = iconHues[index] * 6.0f;
-    const float x = 1.0f - std::abs(std::fmod(hue, 2.0f) - 1.0f);
-    float r = 0, g = 0, b = 0;
-    switch (static_cast<int>(hue)) {
-    case 0:
-        r = 1, g = x;
-        break;
-    case 1:
-        r = x, g = 1;
-        break;
-    case 2:
-        g = 1, b = x;
-        break;
-    case 3:
-        g = x, b = 1;
-        break;
-    case 4:
-        r = x, b = 1;
-        break;
-    default:
-        r = 1, b = x;
-        break;
-    }
     const auto soften = [brightness](float c) {
         return brightness * (0.35f + 0.65f * c);
     };
+    const auto& [r, g, b] = iconColors[index];
     return Color::calibratedRGB(soften(r), soften(g), soften(b), 1);
 }
 

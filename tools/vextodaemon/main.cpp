@@ -124,8 +124,8 @@ int renderSample(const char* source, const char* png, const char* width)
         return 1;
     }
     FontconfigCatalog fonts;
-    const SampleAppearance look =
-        ReferenceDaemon::sampleAppearance(*settings, bundlePath(), &fonts);
+    const SampleAppearance look = SampleAppearance::fromSettings(
+        *settings, ReferenceDaemon::shippedDefaults(bundlePath()), &fonts);
     if (render(&look, *screenWidth, png) != 0) {
         std::fprintf(stderr, "vextodaemon: cannot write %s\n", png);
         return 1;
