@@ -1,23 +1,26 @@
 # cmake --install: the host and its tools in <prefix>/lib/vexto with the pane bundle beside them
 # (where the host looks for it), commands in <prefix>/bin, the desktop entry and the icon in
-# <prefix>/share. Every binary finds the shared runtime relative to itself.
+# <prefix>/share. Every binary finds the shared runtime relative to itself, in the build tree too:
+# the build lays its files out as they are installed, and a build run path that the install would
+# rewrite is padded with empty entries, which the loader reads as "the current folder".
 include(GNUInstallDirs)
 set(VEXTO_HOME ${CMAKE_INSTALL_LIBDIR}/vexto)
 set(VEXTO_BUNDLE_HOME ${VEXTO_HOME}/Vexto.prefPane)
 set(VEXTO_DAEMON_HOME ${VEXTO_BUNDLE_HOME}/Contents/Resources/vextodaemon.app)
 
 install(TARGETS vexto_runtime LIBRARY DESTINATION ${VEXTO_HOME}/lib)
-set_target_properties(vexto-desktop PROPERTIES INSTALL_RPATH "$ORIGIN")
+set_target_properties(vexto-desktop PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
 install(TARGETS vexto-desktop LIBRARY DESTINATION ${VEXTO_HOME}/lib)
 
 set(host_programs vexto-prefs vexto-plist)
 if(VEXTO_BUILD_QT)
     list(APPEND host_programs vexto-prefs-qt)
 endif()
-set_target_properties(${host_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/lib")
+set_target_properties(${host_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/lib" BUILD_WITH_INSTALL_RPATH ON)
 install(TARGETS ${host_programs} RUNTIME DESTINATION ${VEXTO_HOME} LIBRARY DESTINATION ${VEXTO_HOME})
 
-set_target_properties(vexto_pane_module PROPERTIES INSTALL_RPATH "$ORIGIN/../../../lib")
+set_target_properties(vexto_pane_module PROPERTIES INSTALL_RPATH "$ORIGIN/../../../lib"
+                                                   BUILD_WITH_INSTALL_RPATH ON)
 install(TARGETS vexto_pane_module LIBRARY DESTINATION ${VEXTO_BUNDLE_HOME}/Contents/Linux)
 install(FILES ${VEXTO_PANE_BUNDLE}/Contents/Info.plist DESTINATION ${VEXTO_BUNDLE_HOME}/Contents)
 # The resources as built (strings, help, defaults, presets, images), without the daemon's
@@ -29,7 +32,8 @@ set(daemon_programs vextodaemon)
 if(VEXTO_BUILD_QT)
     list(APPEND daemon_programs vextodaemon-qt)
 endif()
-set_target_properties(${daemon_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/../../../../../../lib")
+set_target_properties(${daemon_programs} PROPERTIES INSTALL_RPATH "$ORIGIN/../../../../../../lib"
+                                                    BUILD_WITH_INSTALL_RPATH ON)
 install(TARGETS ${daemon_programs} RUNTIME DESTINATION ${VEXTO_DAEMON_HOME}/Contents/Linux
         LIBRARY DESTINATION ${VEXTO_DAEMON_HOME}/Contents/Linux)
 

@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 kills=${1:-1000}
 host=build/vexto-prefs
-plist=build/apps/vexto-plist/vexto-plist
+plist=build/vexto-plist
 [ -x "$host" ] && [ -x "$plist" ] || { echo "build first: bash scripts/test.sh"; exit 2; }
 
 home=$(mktemp -d)

@@ -22,9 +22,13 @@ mkdir -p "$HOME/Library/Application Support/Vexto"
 printf '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0">\n<dict>\n<key>Item Height</key>\n<real>64</real>\n</dict>\n</plist>\n' \
     >"$HOME/Library/Application Support/Vexto/Settings.plist"
 log="$HOME/Library/Logs/vextodaemon.log"
-# A copy of its own: the other host tests end the daemons that run from the build's bundle.
-cp -r "$1" "$work/vextodaemon.app"
-daemon="$work/vextodaemon.app/Contents/Linux/vextodaemon"
+# A copy of its own: the other host tests end the daemons that run from the build's bundle. It
+# keeps its place in the pane's bundle, from where it finds the shared runtime.
+app="$work/Vexto.prefPane/Contents/Resources/vextodaemon.app"
+mkdir -p "$(dirname "$app")"
+cp -r "$1" "$app"
+ln -s "$(cd "$1/../../../../lib" && pwd)" "$work/lib"
+daemon="$app/Contents/Linux/vextodaemon"
 
 # Within its own session bus, as the pane and the daemon meet on one. Nothing started here keeps
 # the test's output open: it goes to a file, shown when the test fails.
