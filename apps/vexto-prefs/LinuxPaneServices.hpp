@@ -2,13 +2,13 @@
 
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/DeferredFontCatalog.hpp"
+#include "platform/linux/DeferredImageDecoder.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
 #include "platform/linux/DesktopServices.hpp"
 #include "platform/linux/LinuxDesktop.hpp"
 #include "platform/linux/NoDisplay.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
-#include "platform/linux/TiffImageDecoder.hpp"
 #include "toolkit/PaneEnvironment.hpp"
 
 #include <memory>
@@ -21,7 +21,7 @@ class RunLoop;
 // the desktop and its virtual desktops, fonts, images, the keyboard layout, global hot keys, the
 // process list and windows, other applications' preferences and assistive access. What needs
 // the desktop's libraries comes from the desktop module: at once where a display is named,
-// otherwise (fonts, the keyboard layout) only when first asked for.
+// otherwise (fonts, the keyboard layout, images' pixels) only when first asked for.
 class LinuxPaneServices {
 public:
     // Notifications from other processes, and moves to another desktop, arrive through the
@@ -62,7 +62,7 @@ public:
 private:
     DBusDistributedNotificationCenter center_;
     LinuxDesktop desktop_;
-    TiffImageDecoder images_;
+    DeferredImageDecoder images_;
     DeferredFontCatalog fonts_;
     DeferredKeyboardLayout keyboard_;
     NoDisplay noDisplay_;

@@ -20,13 +20,26 @@ std::shared_ptr<Image> Image::withDrawing(Size size, Drawing drawing)
 
 std::shared_ptr<Image> Image::contentsOfFile(const std::string& path, const ImageDecoder& decoder)
 {
-    auto bitmap = decoder.decode(path, 1.0);
-    if (!bitmap || bitmap->width <= 0 || bitmap->height <= 0) {
+    const auto size = decoder.pictureSize(path);
+    if (!size || size->width <= 0 || size->height <= 0) {
         return nullptr;
     }
-    auto image = withBitmap(std::move(*bitmap));
+    auto image = std::make_shared<Image>(*size);
     image->path_ = path;
+    image->pendingDecoder_ = &decoder;
     return image;
+}
+
+const Bitmap* Image::bitmap() const
+{
+    if (pendingDecoder_ != nullptr) {
+        bitmap_ = pendingDecoder_->decode(path_, 1.0);
+        pendingDecoder_ = nullptr;
+        if (bitmap_ && (bitmap_->width <= 0 || bitmap_->height <= 0)) {
+            bitmap_.reset();
+        }
+    }
+    return bitmap_ ? &*bitmap_ : nullptr;
 }
 
 } // namespace vexto

@@ -1,4 +1,5 @@
 // The images drawn into the built bundle, read back as the pane reads them.
+#include "platform/linux/TiffHeader.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
 
 #include <gtest/gtest.h>
@@ -27,6 +28,10 @@ TEST(PaneImagesTest, EveryImageHasItsSizeAtBothScalesAndStraightAlpha)
         const auto small = decoder.decode(resources + image.name, 1);
         const auto large = decoder.decode(resources + image.name, 2);
         ASSERT_TRUE(small && large);
+        // What the layout learns from the header alone is what is drawn.
+        const Size size{double(image.width), double(image.height)};
+        EXPECT_EQ(TiffHeader::firstPictureSize(resources + image.name), size);
+        EXPECT_EQ(decoder.pictureSize(resources + image.name), size);
         EXPECT_EQ(small->width, image.width);
         EXPECT_EQ(small->height, image.height);
         EXPECT_EQ(large->width, 2 * image.width);

@@ -1,6 +1,7 @@
 #include "platform/linux/TiffImageDecoder.hpp"
 
 #include "../foundation/TestSupport.hpp"
+#include "platform/linux/TiffHeader.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,10 +20,12 @@ struct Picture {
     std::uint16_t photometric = PHOTOMETRIC_RGB;
 };
 
-// Writes one directory a picture, LZW-compressed, as the resource generator does.
-void writeTiff(const std::string& path, const std::vector<Picture>& pictures)
+// Writes one directory a picture, LZW-compressed, as the resource generator does; `mode` "wb"
+// writes big-endian.
+void writeTiff(const std::string& path, const std::vector<Picture>& pictures,
+               const char* mode = "w")
 {
-    TIFF* tiff = TIFFOpen(path.c_str(), "w");
+    TIFF* tiff = TIFFOpen(path.c_str(), mode);
     ASSERT_NE(tiff, nullptr);
     for (const Picture& picture : pictures) {
         TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, picture.width);
@@ -113,6 +116,43 @@ TEST_F(TiffImageDecoderTest, WhatIsNotAUsablePictureGivesNone)
     // A picture claimed larger than the bound is not read at all.
     writeTiff(path, {{5000, 1, repeated({0, 0, 0, 0}, 5000)}});
     EXPECT_FALSE(decoder.decode(path, 1));
+}
+
+TEST_F(TiffImageDecoderTest, TheHeaderAloneGivesTheFirstPicturesSizeInEitherByteOrder)
+{
+    for (const char* mode : {"w", "wb"}) {
+        SCOPED_TRACE(mode);
+        writeTiff(path,
+                  {{3, 5, repeated({0, 0, 255, 255}, 15)}, {6, 10, repeated({0, 0, 0, 0}, 60)}},
+                  mode);
+        EXPECT_EQ(TiffHeader::firstPictureSize(path), (Size{3, 5}));
+        EXPECT_EQ(decoder.pictureSize(path), (Size{3, 5}));
+    }
+    // A picture larger than the decoder would read has no size either.
+    writeTiff(path, {{5000, 1, repeated({0, 0, 0, 0}, 5000)}});
+    EXPECT_FALSE(TiffHeader::firstPictureSize(path));
+    EXPECT_FALSE(decoder.pictureSize(path));
+}
+
+TEST_F(TiffImageDecoderTest, AHeaderThatCannotBeTrustedGivesNoSize)
+{
+    EXPECT_FALSE(TiffHeader::firstPictureSize(folder.file("missing.tiff")));
+    test::writeText(path, "not a picture");
+    EXPECT_FALSE(TiffHeader::firstPictureSize(path));
+    // The directory said to lie beyond the end of the file, or at its very start.
+    for (const std::string_view header :
+         {std::string_view("II*\0\xff\xff\0\0", 8), std::string_view("II*\0\0\0\0\0", 8)}) {
+        test::writeText(path, header);
+        EXPECT_FALSE(TiffHeader::firstPictureSize(path));
+    }
+    // Cut anywhere, a file gives its true size or none.
+    writeTiff(path, {{16, 9, repeated({1, 2, 3, 4}, 144)}});
+    const std::string whole = test::readText(path);
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        const auto* bytes = reinterpret_cast<const std::uint8_t*>(whole.data());
+        const auto size = TiffHeader::firstPictureSize(std::span(bytes, length));
+        EXPECT_TRUE(!size || *size == (Size{16, 9})) << "cut at " << length;
+    }
 }
 
 } // namespace

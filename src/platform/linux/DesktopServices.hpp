@@ -9,10 +9,12 @@ class AccessibilityStatus;
 class DescriptorWatcher;
 class FontCatalog;
 class HotKeyRegistrar;
+class ImageDecoder;
 class KeyboardLayout;
 class ProcessWindows;
 
-// What the desktop's libraries (X11, xkbcommon, fontconfig) provide, made by the desktop module.
+// What the desktop's libraries (X11, xkbcommon, fontconfig, libtiff) provide, made by the desktop
+// module.
 // The module is loaded only when one of them is first needed, so that a start that needs none
 // of them (a headless run) does not load those libraries at all.
 class DesktopServices {
@@ -21,6 +23,8 @@ public:
 
     // The installed fonts.
     virtual const FontCatalog& fonts() = 0;
+    // Image files' pixels.
+    virtual const ImageDecoder& images() = 0;
     // The desktop's keyboard layout, compiled now.
     virtual std::unique_ptr<KeyboardLayout> keyboardLayout() = 0;
     // The display's hot keys, windows and assistive access.

@@ -1,7 +1,8 @@
-// The desktop module: the services built on X11, xkbcommon and fontconfig, made once.
+// The desktop module: the services built on X11, xkbcommon, fontconfig and libtiff, made once.
 #include "platform/linux/DesktopServices.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
+#include "platform/linux/TiffImageDecoder.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/X11DesktopWatcher.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
@@ -14,6 +15,7 @@ namespace {
 class LinuxDesktopServices final : public DesktopServices {
 public:
     const FontCatalog& fonts() override { return fonts_; }
+    const ImageDecoder& images() override { return images_; }
     std::unique_ptr<KeyboardLayout> keyboardLayout() override
     {
         return XkbKeyboardLayout::forDesktop();
@@ -29,6 +31,7 @@ public:
 
 private:
     FontconfigCatalog fonts_;
+    TiffImageDecoder images_;
     X11HotKeyRegistrar hotKeys_;
     EwmhProcessWindows windows_;
     X11AccessibilityStatus accessibility_;

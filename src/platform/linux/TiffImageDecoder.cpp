@@ -126,21 +126,45 @@ std::optional<Bitmap> readConverted(TIFF* tiff, Bitmap bitmap)
     return bitmap;
 }
 
+Tiff open(const std::string& path)
+{
+    silenceLibtiff();
+    if (FileSystem::fileSize(path) > TiffImageDecoder::maximumFileBytes) {
+        return nullptr;
+    }
+    return Tiff(TIFFOpen(path.c_str(), "r"));
+}
+
+bool isUsableSide(std::uint32_t side)
+{
+    return side > 0 && side <= TiffImageDecoder::maximumSide;
+}
+
 } // namespace
+
+std::optional<Size> TiffImageDecoder::pictureSize(const std::string& path) const
+{
+    const Tiff tiff = open(path);
+    if (!tiff) {
+        return std::nullopt;
+    }
+    const std::uint32_t width = field(tiff.get(), TIFFTAG_IMAGEWIDTH);
+    const std::uint32_t height = field(tiff.get(), TIFFTAG_IMAGELENGTH);
+    if (!isUsableSide(width) || !isUsableSide(height)) {
+        return std::nullopt;
+    }
+    return Size{static_cast<double>(width), static_cast<double>(height)};
+}
 
 std::optional<Bitmap> TiffImageDecoder::decode(const std::string& path, double scale) const
 {
-    silenceLibtiff();
-    if (FileSystem::fileSize(path) > maximumFileBytes) {
-        return std::nullopt;
-    }
-    Tiff tiff(TIFFOpen(path.c_str(), "r"));
+    const Tiff tiff = open(path);
     if (!tiff || !chooseDirectory(tiff.get(), scale)) {
         return std::nullopt;
     }
     const std::uint32_t width = field(tiff.get(), TIFFTAG_IMAGEWIDTH);
     const std::uint32_t height = field(tiff.get(), TIFFTAG_IMAGELENGTH);
-    if (width == 0 || height == 0 || width > maximumSide || height > maximumSide) {
+    if (!isUsableSide(width) || !isUsableSide(height)) {
         return std::nullopt;
     }
     Bitmap bitmap{static_cast<int>(width), static_cast<int>(height),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/TiffHeader.hpp"
 #include "ports/ImageDecoder.hpp"
 
 namespace vexto {
@@ -10,10 +11,11 @@ namespace vexto {
 // read, and libtiff's messages are kept off standard error.
 class TiffImageDecoder final : public ImageDecoder {
 public:
-    static constexpr std::size_t maximumFileBytes = 16 * 1024 * 1024;
-    static constexpr std::uint32_t maximumSide = 4096;
+    static constexpr std::size_t maximumFileBytes = TiffHeader::maximumFileBytes;
+    static constexpr std::uint32_t maximumSide = TiffHeader::maximumSide;
 
     std::optional<Bitmap> decode(const std::string& path, double scale) const override;
+    std::optional<Size> pictureSize(const std::string& path) const override;
 };
 
 } // namespace vexto
