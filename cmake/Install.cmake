@@ -9,8 +9,9 @@ set(VEXTO_BUNDLE_HOME ${VEXTO_HOME}/Vexto.prefPane)
 set(VEXTO_DAEMON_HOME ${VEXTO_BUNDLE_HOME}/Contents/Resources/vextodaemon.app)
 
 install(TARGETS vexto_runtime LIBRARY DESTINATION ${VEXTO_HOME}/lib)
-set_target_properties(vexto-desktop PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
-install(TARGETS vexto-desktop LIBRARY DESTINATION ${VEXTO_HOME}/lib)
+set_target_properties(vexto-desktop vexto-bus PROPERTIES INSTALL_RPATH "$ORIGIN"
+                                                     BUILD_WITH_INSTALL_RPATH ON)
+install(TARGETS vexto-desktop vexto-bus LIBRARY DESTINATION ${VEXTO_HOME}/lib)
 
 set(host_programs vexto-prefs vexto-plist)
 if(VEXTO_BUILD_QT)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/DeferredFontCatalog.hpp"
 #include "platform/linux/DeferredImageDecoder.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
@@ -9,6 +8,7 @@
 #include "platform/linux/NoDisplay.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "platform/linux/ProcProcessList.hpp"
+#include "platform/linux/SessionBusNotificationCenter.hpp"
 #include "toolkit/PaneEnvironment.hpp"
 
 #include <memory>
@@ -60,7 +60,7 @@ public:
     }
 
 private:
-    DBusDistributedNotificationCenter center_;
+    SessionBusNotificationCenter center_;
     LinuxDesktop desktop_;
     DeferredImageDecoder images_;
     DeferredFontCatalog fonts_;

@@ -3,8 +3,11 @@
 #include "../support/DBusSession.hpp"
 #include "foundation/Log.hpp"
 #include "platform/linux/PollRunLoop.hpp"
+#include "platform/linux/SessionBusNotificationCenter.hpp"
 
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 namespace vexto {
 namespace {
@@ -101,6 +104,48 @@ TEST_F(DBusDistributedNotificationCenterTest, ALostBusFallsBackToTheProcessOnce)
     EXPECT_FALSE(center.isConnected());
     EXPECT_EQ(received, (Received{{"n", std::nullopt}, {"n", "again"}}));
     EXPECT_EQ(logged.size(), 1u);
+}
+
+TEST_F(DBusDistributedNotificationCenterTest, ThePanesCentreMeetsTheDaemonsThroughTheBusModule)
+{
+    ASSERT_TRUE(session.isRunning());
+    SessionBusNotificationCenter pane(loop);
+    DBusDistributedNotificationCenter daemon(loop);
+    Received atDaemon;
+    Received atPane;
+    listen(daemon, "app.vexto.preferences: Quit Daemon", atDaemon);
+    listen(pane, "app.vexto.preferences: Update Pane", atPane);
+    pane.post("app.vexto.preferences: Quit Daemon", std::nullopt);
+    daemon.post("app.vexto.preferences: Update Pane", "Dummy");
+    runUntil(atDaemon, 1);
+    runUntil(atPane, 1);
+    EXPECT_EQ(atDaemon, (Received{{"app.vexto.preferences: Quit Daemon", std::nullopt}}));
+    EXPECT_EQ(atPane, (Received{{"app.vexto.preferences: Update Pane", "Dummy"}}));
+    EXPECT_TRUE(logged.empty());
+}
+
+TEST_F(DBusDistributedNotificationCenterTest, WhereNoBusCanExistTheBusModuleIsNotLoaded)
+{
+    session.stop();
+    ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    const std::shared_ptr<void> restoreRuntime(
+        nullptr, [saved = std::string(runtime != nullptr ? runtime : "")](void*) {
+            if (!saved.empty()) {
+                ::setenv("XDG_RUNTIME_DIR", saved.c_str(), 1);
+            }
+        });
+    ::unsetenv("XDG_RUNTIME_DIR");
+    if (SessionBusNotificationCenter::mayExist()) {
+        GTEST_SKIP() << "this machine has a session bus socket for the user";
+    }
+    SessionBusNotificationCenter center(loop);
+    EXPECT_EQ(logged, (std::vector<std::string>{"[Vexto] no session bus (No medium found): "
+                                                "notifications stay within this process"}));
+    Received received;
+    listen(center, "n", received);
+    center.post("n", "o");
+    EXPECT_EQ(received, (Received{{"n", "o"}}));
 }
 
 } // namespace
