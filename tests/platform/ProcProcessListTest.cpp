@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -176,6 +177,21 @@ TEST_F(ProcProcessListTest, AZombieIsNoLongerAProcess)
     EXPECT_EQ(process.name(), nullptr);
     EXPECT_EQ(process.PID(), -1);
     EXPECT_FALSE(process.quit());
+
+    // The walk lists programs: neither the zombie nor the kernel's threads (kthreadd is pid 2
+    // where the kernel's threads are visible at all).
+    std::string secondName;
+    std::ifstream("/proc/2/comm") >> secondName;
+    std::vector<int> listed;
+    QLVXProcessesEnumerator enumerator;
+    while (QLVXProcess* each = enumerator.nextObject()) {
+        listed.push_back(each->PID());
+    }
+    EXPECT_NE(std::find(listed.begin(), listed.end(), ::getpid()), listed.end());
+    EXPECT_EQ(std::find(listed.begin(), listed.end(), zombie.pid()), listed.end());
+    if (secondName == "kthreadd") {
+        EXPECT_EQ(std::find(listed.begin(), listed.end(), 2), listed.end());
+    }
 }
 
 TEST(ProcProcessListNumbersTest, SpecialNumbersComeFirst)

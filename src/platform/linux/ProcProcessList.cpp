@@ -189,7 +189,7 @@ ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
     }
     while (const dirent* entry = ::readdir(walk_)) {
         const auto pid = pidOfEntry(entry->d_name);
-        if (pid && *pid > after) {
+        if (pid && *pid > after && runsAProgram(*pid)) {
             lastWalkedPID_ = *pid;
             psn = serialNumberForPID(*pid);
             return noErr;
@@ -198,6 +198,15 @@ ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
     lastWalkedPID_ = -1;
     psn = kNoProcess;
     return procNotFound;
+}
+
+// Another user's program hides its executable (EACCES) but is still listed.
+bool ProcProcessList::runsAProgram(int pid) const
+{
+    std::array<char, 32> path{};
+    std::snprintf(path.data(), path.size(), "%d/exe", pid);
+    char target = 0; // the link's text is not needed, only whether there is one
+    return ::readlinkat(procFolder_, path.data(), &target, 1) >= 0 || errno != ENOENT;
 }
 
 ProcessManager::OSErr ProcProcessList::getCurrentProcess(ProcessSerialNumber& psn)
