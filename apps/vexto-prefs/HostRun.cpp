@@ -5,8 +5,7 @@
 #include "foundation/FileSystem.hpp"
 #include "toolkit/Application.hpp"
 
-#include <fstream>
-#include <iostream>
+#include <cstdio>
 #include <unistd.h>
 
 namespace vexto {
@@ -59,22 +58,23 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
 
 int HostRun::usage(const std::string& message)
 {
-    std::cerr << "vexto-prefs: " << message << "\n" << usageLine;
+    std::fprintf(stderr, "vexto-prefs: %s\n%s", message.c_str(), usageLine);
     return badUsage;
 }
 
 int HostRun::help()
 {
-    std::cout
-        << usageLine
-        << "\n"
-           "Shows the Vexto settings in a window, or without a display:\n"
-           "  --pane PATH        the pane bundle to load (default: the one beside the program)\n"
-           "  --headless         no window and no Qt; with --script, or until SIGINT/SIGTERM\n"
-           "  --screenshot DIR   draws every tab offscreen to DIR/TAB.png and exits; the\n"
-           "                     settings on disk are left as they are\n"
-           "  --script FILE|-    runs a script of commands against the pane\n"
-           "  -h, --help         this text\n";
+    std::fputs(usageLine, stdout);
+    std::fputs(
+        "\n"
+        "Shows the Vexto settings in a window, or without a display:\n"
+        "  --pane PATH        the pane bundle to load (default: the one beside the program)\n"
+        "  --headless         no window and no Qt; with --script, or until SIGINT/SIGTERM\n"
+        "  --screenshot DIR   draws every tab offscreen to DIR/TAB.png and exits; the\n"
+        "                     settings on disk are left as they are\n"
+        "  --script FILE|-    runs a script of commands against the pane\n"
+        "  -h, --help         this text\n",
+        stdout);
     return success;
 }
 
@@ -82,7 +82,7 @@ bool HostRun::loadPane(PaneHost& host, const std::string& bundlePath)
 {
     std::string error;
     if (!host.load(bundlePath, error)) {
-        std::cerr << "vexto-prefs: " << error << "\n";
+        std::fprintf(stderr, "vexto-prefs: %s\n", error.c_str());
         return false;
     }
     return true;
@@ -92,20 +92,22 @@ int HostRun::runScript(const Options& options, PaneHost& host, RunLoop& loop,
                        ScriptedAlerts& alerts)
 {
     if (*options.script == "-") {
-        return ScriptRunner(host, loop, alerts, std::cout, std::cerr).run(std::cin);
+        return ScriptRunner(host, loop, alerts, stdout, stderr).run(stdin);
     }
-    std::ifstream file(*options.script);
-    if (!file) {
-        std::cerr << "vexto-prefs: cannot read the script " << *options.script << "\n";
+    std::FILE* file = std::fopen(options.script->c_str(), "re");
+    if (file == nullptr) {
+        std::fprintf(stderr, "vexto-prefs: cannot read the script %s\n", options.script->c_str());
         host.unselect();
         return failure;
     }
-    return ScriptRunner(host, loop, alerts, std::cout, std::cerr).run(file);
+    const int status = ScriptRunner(host, loop, alerts, stdout, stderr).run(file);
+    std::fclose(file);
+    return status;
 }
 
 void HostRun::reportBeeps()
 {
-    Application::shared().setBeepHandler([] { std::cerr << "[Vexto] beep" << std::endl; });
+    Application::shared().setBeepHandler([] { std::fputs("[Vexto] beep\n", stderr); });
 }
 
 void HostRun::stopOnSignals()

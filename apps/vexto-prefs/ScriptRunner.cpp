@@ -41,8 +41,8 @@ bool expectWords(const std::vector<std::string>& words, std::size_t count, std::
 
 } // namespace
 
-ScriptRunner::ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts,
-                           std::ostream& out, std::ostream& errors)
+ScriptRunner::ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts, std::FILE* out,
+                           std::FILE* errors)
     : host_(host), runLoop_(runLoop), alerts_(alerts), out_(out), errors_(errors)
 {}
 
@@ -91,12 +91,12 @@ std::optional<std::vector<std::string>> ScriptRunner::words(std::string_view lin
 
 // One line, of which at most one character more than the longest acceptable is kept, so that a
 // script without line breaks cannot fill the memory.
-bool ScriptRunner::readLine(std::istream& script, std::string& line)
+bool ScriptRunner::readLine(std::FILE* script, std::string& line)
 {
     line.clear();
-    std::istream::int_type c = 0;
+    int c = 0;
     bool any = false;
-    while ((c = script.get()) != std::istream::traits_type::eof()) {
+    while ((c = std::getc(script)) != EOF) {
         any = true;
         if (c == '\n') {
             return true;
@@ -108,7 +108,13 @@ bool ScriptRunner::readLine(std::istream& script, std::string& line)
     return any;
 }
 
-int ScriptRunner::run(std::istream& script)
+void ScriptRunner::printLine(const std::string& text)
+{
+    std::fwrite(text.data(), 1, text.size(), out_);
+    std::fputc('\n', out_);
+}
+
+int ScriptRunner::run(std::FILE* script)
 {
     std::string line;
     int lineNumber = 0;
@@ -122,12 +128,12 @@ int ScriptRunner::run(std::istream& script)
             parsed = words(line, error);
         }
         if (!parsed || (!parsed->empty() && !runCommand(*parsed, error))) {
-            out_.flush();
-            errors_ << "script line " << lineNumber << ": " << error << '\n';
+            std::fflush(out_);
+            std::fprintf(errors_, "script line %d: %s\n", lineNumber, error.c_str());
             host_.unselect();
             return 2;
         }
-        out_.flush();
+        std::fflush(out_);
     }
     host_.unselect();
     return 0;
@@ -226,7 +232,7 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         if (!expectWords(words, 1, error)) {
             return false;
         }
-        out_ << JsonDescriptions::colorPanel(ColorPanel::shared()) << '\n';
+        printLine(JsonDescriptions::colorPanel(ColorPanel::shared()));
         return true;
     }
     if (command == "type") {
@@ -274,7 +280,7 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
             return false;
         }
         if (command == "print-setting") {
-            out_ << JsonDescriptions::setting(words[1], pane.valueForSettingKey(words[1])) << '\n';
+            printLine(JsonDescriptions::setting(words[1], pane.valueForSettingKey(words[1])));
         } else {
             printSavedSetting(words[1]);
         }
@@ -289,15 +295,14 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         if (auto* popUp = dynamic_cast<PopUpButton*>(view)) {
             popUp->willOpenMenu();
         }
-        out_ << JsonDescriptions::control(words[1], *view, pane.linkOfOutletNamed(words[1]))
-             << '\n';
+        printLine(JsonDescriptions::control(words[1], *view, pane.linkOfOutletNamed(words[1])));
         return true;
     }
     if (command == "print-window") {
         if (!expectWords(words, 1, error)) {
             return false;
         }
-        out_ << JsonDescriptions::window(host_.window(), host_.settingsTabView()) << '\n';
+        printLine(JsonDescriptions::window(host_.window(), host_.settingsTabView()));
         return true;
     }
     return fail(error, "unknown command \"" + command + "\"");
@@ -500,7 +505,7 @@ bool ScriptRunner::pressButtonInside(View& view)
 void ScriptRunner::printSavedSetting(const std::string& key)
 {
     const auto saved = deeplyMutableDictionaryWithContentsOfFile(host_.pane().settingsFilePath());
-    out_ << JsonDescriptions::setting(key, saved ? objectForKey(*saved, key) : nullptr) << '\n';
+    printLine(JsonDescriptions::setting(key, saved ? objectForKey(*saved, key) : nullptr));
 }
 
 } // namespace vexto

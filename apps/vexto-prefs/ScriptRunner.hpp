@@ -2,9 +2,8 @@
 
 #include "foundation/Point.hpp"
 
-#include <istream>
+#include <cstdio>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,14 +19,15 @@ class View;
 // Runs an automation script against a loaded pane: one command a line, "#" starts a comment,
 // arguments with spaces in double quotes. An unknown command, a missing outlet or a malformed
 // line stops the script with a message naming the line (exit status 2); either way the pane is
-// left unselected, so nothing is lost.
+// left unselected, so nothing is lost. It reads and writes C streams: C++ streams would cost every
+// headless run the set-up of their locales.
 class ScriptRunner {
 public:
-    ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts, std::ostream& out,
-                 std::ostream& errors);
+    ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts, std::FILE* out,
+                 std::FILE* errors);
 
     // 0 when the script ran to its end or to "quit", 2 when it stopped on an error.
-    int run(std::istream& script);
+    int run(std::FILE* script);
 
     // The words of a line; none (with the reason) for an unterminated quote.
     static std::optional<std::vector<std::string>> words(std::string_view line, std::string& error);
@@ -37,7 +37,8 @@ public:
 private:
     using Words = std::vector<std::string>;
 
-    static bool readLine(std::istream& script, std::string& line);
+    static bool readLine(std::FILE* script, std::string& line);
+    void printLine(const std::string& text);
 
     bool runCommand(const Words& words, std::string& error);
     View* outlet(const Words& words, std::size_t index, std::string& error) const;
@@ -57,8 +58,8 @@ private:
     PaneHost& host_;
     RunLoop& runLoop_;
     ScriptedAlerts& alerts_;
-    std::ostream& out_;
-    std::ostream& errors_;
+    std::FILE* out_;
+    std::FILE* errors_;
     bool quit_ = false;
 };
 

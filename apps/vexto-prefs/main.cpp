@@ -11,8 +11,8 @@
 #include "platform/linux/PollRunLoop.hpp"
 #include "toolkit/Application.hpp"
 
+#include <cstdio>
 #include <dlfcn.h>
-#include <iostream>
 
 using namespace vexto;
 
@@ -52,9 +52,8 @@ int runWithQt(const HostRun::Options& options, int argc, char** argv)
                          : nullptr;
     if (run == nullptr) {
         const char* reason = ::dlerror();
-        std::cerr << "vexto-prefs: the window needs " << module << ": "
-                  << (reason != nullptr ? reason : "not found")
-                  << " (without Qt, use --headless)\n";
+        std::fprintf(stderr, "vexto-prefs: the window needs %s: %s (without Qt, use --headless)\n",
+                     module.c_str(), reason != nullptr ? reason : "not found");
         return HostRun::failure;
     }
     // The module stays loaded until the process ends: Qt's own exit handlers live in it.
