@@ -1,0 +1,79 @@
+// What any headless open of the pane must do on this machine, with none of the pane's own work:
+// a C++ program with libplist reads the settings file and the pane's strings, and looks for the
+// daemon twice in the process list (once for the update controls, once before the automatic
+// start), reading the state of every program. bench/headless-open.sh puts the pane beside it.
+//
+// Usage: vexto_open_floor SETTINGS STRINGS
+#include <plist/plist.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+std::vector<char> contents(const char* path)
+{
+    std::vector<char> bytes;
+    if (std::FILE* file = std::fopen(path, "re")) {
+        char buffer[65536];
+        for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {
+            bytes.insert(bytes.end(), buffer, buffer + n);
+        }
+        std::fclose(file);
+    }
+    return bytes;
+}
+
+bool daemonRuns(int proc)
+{
+    DIR* walk = ::fdopendir(::openat(proc, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    bool found = false;
+    while (const dirent* entry = walk != nullptr ? ::readdir(walk) : nullptr) {
+        if (entry->d_name[0] < '1' || entry->d_name[0] > '9') {
+            continue;
+        }
+        const std::string pid = entry->d_name;
+        char target = 0;
+        if (::readlinkat(proc, (pid + "/exe").c_str(), &target, 1) < 0 && errno == ENOENT) {
+            continue; // a kernel thread
+        }
+        char stat[1024];
+        const int fd = ::openat(proc, (pid + "/stat").c_str(), O_RDONLY | O_CLOEXEC);
+        const ssize_t length = fd >= 0 ? ::read(fd, stat, sizeof stat - 1) : -1;
+        if (fd >= 0) {
+            ::close(fd);
+        }
+        found = found ||
+                (length > 0 &&
+                 std::string(stat, std::size_t(length)).find("(vextodaemon)") != std::string::npos);
+    }
+    if (walk != nullptr) {
+        ::closedir(walk);
+    }
+    return found;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3) {
+        std::fputs("usage: vexto_open_floor SETTINGS STRINGS\n", stderr);
+        return 2;
+    }
+    const std::vector<char> settings = contents(argv[1]);
+    plist_t root = nullptr;
+    plist_from_memory(settings.data(), static_cast<uint32_t>(settings.size()), &root);
+    const bool parsed = root != nullptr;
+    plist_free(root);
+    const std::vector<char> strings = contents(argv[2]);
+    const int proc = ::open("/proc", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const bool runs = daemonRuns(proc) || daemonRuns(proc);
+    ::close(proc);
+    return parsed && !strings.empty() && !runs ? 0 : 1;
+}
