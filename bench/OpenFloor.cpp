@@ -1,17 +1,19 @@
 // What any headless open of the pane must do on this machine, with none of the pane's own work:
 // a C++ program with libplist reads the settings file and the pane's strings, and looks for the
 // daemon twice in the process list (once for the update controls, once before the automatic
-// start), reading the state of every program. bench/headless-open.sh puts the pane beside it.
+// start), reading the state of every program (the kernel's threads, the children of kthreadd,
+// are passed over). bench/headless-open.sh puts the pane beside it.
 //
 // Usage: vexto_open_floor SETTINGS STRINGS
 #include <plist/plist.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
 #include <string>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -29,8 +31,24 @@ std::vector<char> contents(const char* path)
     return bytes;
 }
 
+std::vector<std::string> kernelThreads()
+{
+    std::vector<std::string> pids{"2"};
+    const std::vector<char> children = contents("/proc/2/task/2/children");
+    std::string pid;
+    for (const char c : children) {
+        if (c == ' ' && !pid.empty()) {
+            pids.push_back(std::exchange(pid, std::string()));
+        } else if (c != ' ' && c != '\n') {
+            pid += c;
+        }
+    }
+    return pids;
+}
+
 bool daemonRuns(int proc)
 {
+    const std::vector<std::string> skipped = kernelThreads();
     DIR* walk = ::fdopendir(::openat(proc, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     bool found = false;
     while (const dirent* entry = walk != nullptr ? ::readdir(walk) : nullptr) {
@@ -38,9 +56,8 @@ bool daemonRuns(int proc)
             continue;
         }
         const std::string pid = entry->d_name;
-        char target = 0;
-        if (::readlinkat(proc, (pid + "/exe").c_str(), &target, 1) < 0 && errno == ENOENT) {
-            continue; // a kernel thread
+        if (std::find(skipped.begin(), skipped.end(), pid) != skipped.end()) {
+            continue;
         }
         char stat[1024];
         const int fd = ::openat(proc, (pid + "/stat").c_str(), O_RDONLY | O_CLOEXEC);

@@ -2,6 +2,7 @@
 
 #include "platform/linux/ProcessWindows.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -11,6 +12,7 @@
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace vexto {
 
@@ -186,10 +188,11 @@ ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
     // reads on; any other start reads again from the top.
     if (after == 0 || after != lastWalkedPID_) {
         ::rewinddir(walk_);
+        kernelThreadsKnown_ = readKernelThreads();
     }
     while (const dirent* entry = ::readdir(walk_)) {
         const auto pid = pidOfEntry(entry->d_name);
-        if (pid && *pid > after && runsAProgram(*pid)) {
+        if (pid && *pid > after && isProgram(*pid)) {
             lastWalkedPID_ = *pid;
             psn = serialNumberForPID(*pid);
             return noErr;
@@ -200,12 +203,55 @@ ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
     return procNotFound;
 }
 
-// Another user's program hides its executable (EACCES) but is still listed.
-bool ProcProcessList::runsAProgram(int pid) const
+// Every kernel thread is a child of the kernel's thread spawner, pid 2 where it is the kernel's
+// (it has no executable; in a container's own numbering pid 2 may be a program like any other).
+bool ProcProcessList::readKernelThreads()
 {
+    kernelThreads_.clear();
+    char target = 0; // the link's text is not needed, only whether there is one
+    if (::readlinkat(procFolder_, "2/exe", &target, 1) >= 0 || errno != ENOENT) {
+        return false;
+    }
+    const int fd = ::openat(procFolder_, "2/task/2/children", O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        return false;
+    }
+    constexpr std::size_t maximumBytes = 1 << 20;
+    std::array<char, 4096> buffer;
+    std::size_t total = 0;
+    int value = -1;
+    ssize_t length = 0;
+    while (total < maximumBytes && (length = ::read(fd, buffer.data(), buffer.size())) > 0) {
+        total += static_cast<std::size_t>(length);
+        for (const char c : std::string_view(buffer.data(), static_cast<std::size_t>(length))) {
+            if (c >= '0' && c <= '9') {
+                value = std::min((value < 0 ? 0 : value) * 10 + (c - '0'), 0x7FFFFFF);
+            } else if (value >= 0) {
+                kernelThreads_.push_back(std::exchange(value, -1));
+            }
+        }
+    }
+    ::close(fd);
+    if (length < 0) {
+        return false;
+    }
+    if (value >= 0) {
+        kernelThreads_.push_back(value);
+    }
+    kernelThreads_.push_back(2);
+    std::sort(kernelThreads_.begin(), kernelThreads_.end());
+    return true;
+}
+
+bool ProcProcessList::isProgram(int pid) const
+{
+    if (kernelThreadsKnown_) {
+        return !std::binary_search(kernelThreads_.begin(), kernelThreads_.end(), pid);
+    }
+    // Another user's program hides its executable (EACCES) but is still listed.
     std::array<char, 32> path{};
     std::snprintf(path.data(), path.size(), "%d/exe", pid);
-    char target = 0; // the link's text is not needed, only whether there is one
+    char target = 0;
     return ::readlinkat(procFolder_, path.data(), &target, 1) >= 0 || errno != ENOENT;
 }
 

@@ -5,6 +5,7 @@
 
 #include <dirent.h>
 #include <optional>
+#include <vector>
 
 namespace vexto {
 
@@ -15,9 +16,10 @@ class ProcessWindows;
 // A process's serial number is (0, pid). The special numbers keep their meaning, so the system
 // process (0, 1) is pid 1, and pid 2, which (0, 2) cannot name, is (1, 2). Walking the list
 // reads one directory stream from start to end and allocates nothing per step. Like the process
-// manager, the walk lists programs: the kernel's own threads, and zombies, have no executable and
-// are passed over, which also spares reading their state (most of a machine's entries are kernel
-// threads, and reading a state is the walk's dearest step). Quitting sends
+// manager, the walk lists programs, not the kernel's own threads: those are most of a machine's
+// entries, and asking anything of an entry is the walk's dearest step. They are known at the start
+// of each walk from the children of the kernel's thread spawner; where that list cannot be read,
+// each entry without an executable (kernel threads and zombies) is passed over. Quitting sends
 // SIGTERM; showing, hiding and the front process go through the desktop's windows when a
 // desktop is given, and fail as for a process without windows otherwise.
 class ProcProcessList final : public ProcessManager, public ProcessSignals {
@@ -55,13 +57,16 @@ private:
     // The PID of a process that runs (not a zombie), with its stat read; none otherwise.
     std::optional<int> readLivingStat(const ProcessSerialNumber& psn, Stat& stat) const;
     std::optional<int> livingPID(const ProcessSerialNumber& psn) const;
-    bool runsAProgram(int pid) const;
+    bool readKernelThreads();
+    bool isProgram(int pid) const;
     bool signalAndWait(std::int32_t pid, int signal, bool stopped);
 
     ProcessWindows* windows_;
     int procFolder_ = -1;
     DIR* walk_ = nullptr;
     int lastWalkedPID_ = -1;
+    std::vector<int> kernelThreads_; // sorted; read at the start of each walk
+    bool kernelThreadsKnown_ = false;
     long ticksPerSecond_ = 100;
 };
 
