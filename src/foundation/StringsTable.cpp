@@ -3,6 +3,8 @@
 #include "foundation/FileSystem.hpp"
 #include "foundation/TextEncoding.hpp"
 
+#include <algorithm>
+
 namespace vexto {
 
 namespace {
@@ -128,19 +130,23 @@ private:
     {
         std::u16string pendingUnits; // \U escapes, joined so that surrogate pairs combine
         const auto flushUnits = [&] {
-            out += TextEncoding::utf8FromUtf16(pendingUnits);
-            pendingUnits.clear();
+            if (!pendingUnits.empty()) {
+                out += TextEncoding::utf8FromUtf16(pendingUnits);
+                pendingUnits.clear();
+            }
         };
         while (pos_ < text_.size()) {
-            const char c = text_[pos_++];
-            if (c == '"') {
+            // A run of plain characters goes in whole.
+            const std::size_t special = std::min(text_.find_first_of("\"\\", pos_), text_.size());
+            if (special > pos_) {
+                flushUnits();
+                out.append(text_, pos_, special - pos_);
+                pos_ = special;
+                continue;
+            }
+            if (text_[pos_++] == '"') {
                 flushUnits();
                 return true;
-            }
-            if (c != '\\') {
-                flushUnits();
-                out += c;
-                continue;
             }
             if (pos_ >= text_.size()) {
                 return false;
