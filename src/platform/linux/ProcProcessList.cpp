@@ -217,6 +217,7 @@ bool ProcProcessList::readKernelThreads()
         return false;
     }
     constexpr std::size_t maximumBytes = 1 << 20;
+    constexpr int beyondAnyPID = 1 << 23; // the kernel's own limit is 2^22
     std::array<char, 4096> buffer;
     std::size_t total = 0;
     int value = -1;
@@ -225,7 +226,7 @@ bool ProcProcessList::readKernelThreads()
         total += static_cast<std::size_t>(length);
         for (const char c : std::string_view(buffer.data(), static_cast<std::size_t>(length))) {
             if (c >= '0' && c <= '9') {
-                value = std::min((value < 0 ? 0 : value) * 10 + (c - '0'), 0x7FFFFFF);
+                value = std::min((value < 0 ? 0 : value) * 10 + (c - '0'), beyondAnyPID);
             } else if (value >= 0) {
                 kernelThreads_.push_back(std::exchange(value, -1));
             }
