@@ -46,12 +46,16 @@ private:
 
     void escaped(std::string_view text)
     {
-        // Runs without a character to escape go in whole.
-        for (auto special = text.find_first_of("<>&"); special != std::string_view::npos;
-             special = text.find_first_of("<>&")) {
-            out_.append(text.substr(0, special));
-            out_ += text[special] == '<' ? "&lt;" : text[special] == '>' ? "&gt;" : "&amp;";
-            text.remove_prefix(special + 1);
+        // Runs without a character to escape go in whole. (find_first_of would look each
+        // character up in the set with a call of its own.)
+        const auto isSpecial = [](char c) {
+            return c == '<' || c == '>' || c == '&';
+        };
+        for (auto special = std::find_if(text.begin(), text.end(), isSpecial);
+             special != text.end(); special = std::find_if(text.begin(), text.end(), isSpecial)) {
+            out_.append(text.begin(), special);
+            out_ += *special == '<' ? "&lt;" : *special == '>' ? "&gt;" : "&amp;";
+            text.remove_prefix(static_cast<std::size_t>(special - text.begin()) + 1);
         }
         out_.append(text);
     }
