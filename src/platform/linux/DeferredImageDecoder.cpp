@@ -1,5 +1,6 @@
 #include "platform/linux/DeferredImageDecoder.hpp"
 
+#include "foundation/FileSystem.hpp"
 #include "platform/linux/DesktopServices.hpp"
 #include "platform/linux/TiffHeader.hpp"
 
@@ -15,6 +16,9 @@ std::optional<Size> DeferredImageDecoder::pictureSize(const std::string& path) c
 {
     if (auto size = TiffHeader::firstPictureSize(path)) {
         return size;
+    }
+    if (!FileSystem::exists(path)) {
+        return std::nullopt; // no reason to load the desktop's libraries
     }
     DesktopServices* desktop = DesktopServices::shared();
     return desktop != nullptr ? desktop->images().pictureSize(path) : std::nullopt;
