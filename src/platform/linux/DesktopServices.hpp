@@ -14,9 +14,8 @@ class KeyboardLayout;
 class ProcessWindows;
 
 // What the desktop's libraries (X11, xkbcommon, fontconfig, libtiff) provide, made by the desktop
-// module.
-// The module is loaded only when one of them is first needed, so that a start that needs none
-// of them (a headless run) does not load those libraries at all.
+// module. The module is loaded only when one of them is first needed, so that a start that needs
+// none of them (a headless run) does not load those libraries at all.
 class DesktopServices {
 public:
     virtual ~DesktopServices() = default;

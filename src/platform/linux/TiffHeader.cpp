@@ -1,11 +1,8 @@
 #include "platform/linux/TiffHeader.hpp"
 
+#include "foundation/FileSystem.hpp"
+
 #include <algorithm>
-#include <array>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
 
 namespace vexto {
 
@@ -99,11 +96,6 @@ std::optional<Size> sizeFromDirectory(const Reader& reader, std::size_t director
     return Size{static_cast<double>(*width), static_cast<double>(*length)};
 }
 
-bool readAt(int fd, std::span<std::uint8_t> into, off_t offset)
-{
-    return ::pread(fd, into.data(), into.size(), offset) == static_cast<ssize_t>(into.size());
-}
-
 } // namespace
 
 std::optional<Size> TiffHeader::firstPictureSize(std::span<const std::uint8_t> bytes)
@@ -118,30 +110,9 @@ std::optional<Size> TiffHeader::firstPictureSize(std::span<const std::uint8_t> b
 
 std::optional<Size> TiffHeader::firstPictureSize(const std::string& path)
 {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        return std::nullopt;
-    }
-    // The header, then the directory where the header says it is: two small reads, whatever
-    // the size of the pictures between them.
-    std::optional<Size> size;
-    struct stat status {};
-    std::array<std::uint8_t, headerBytes> header{};
-    if (::fstat(fd, &status) == 0 && status.st_size <= static_cast<off_t>(maximumFileBytes) &&
-        readAt(fd, header, 0)) {
-        const auto bigEndian = byteOrderIsBig(header);
-        const std::size_t directory = Reader(header, bigEndian.value_or(false)).number(4, 4);
-        const auto fileSize = static_cast<std::size_t>(status.st_size);
-        if (bigEndian && directory >= headerBytes && directory < fileSize) {
-            std::vector<std::uint8_t> entries(
-                std::min(2 + entriesRead * entryBytes, fileSize - directory));
-            if (readAt(fd, entries, static_cast<off_t>(directory))) {
-                size = sizeFromDirectory(Reader(entries, *bigEndian), 0);
-            }
-        }
-    }
-    ::close(fd);
-    return size;
+    // The pane's images are small: reading one whole costs less than loading libtiff would.
+    const auto bytes = FileSystem::readFile(path, maximumFileBytes);
+    return bytes ? firstPictureSize(*bytes) : std::nullopt;
 }
 
 } // namespace vexto

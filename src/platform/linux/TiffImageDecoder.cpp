@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 #include <tiffio.h>
+#include <utility>
 #include <vector>
 
 namespace vexto {
@@ -135,9 +136,18 @@ Tiff open(const std::string& path)
     return Tiff(TIFFOpen(path.c_str(), "r"));
 }
 
-bool isUsableSide(std::uint32_t side)
+// The present directory's width and length, when the decoder reads pictures of that size.
+std::optional<std::pair<std::uint32_t, std::uint32_t>> usableSize(TIFF* tiff)
 {
-    return side > 0 && side <= TiffImageDecoder::maximumSide;
+    const std::uint32_t width = field(tiff, TIFFTAG_IMAGEWIDTH);
+    const std::uint32_t height = field(tiff, TIFFTAG_IMAGELENGTH);
+    const auto usable = [](std::uint32_t side) {
+        return side > 0 && side <= TiffImageDecoder::maximumSide;
+    };
+    if (!usable(width) || !usable(height)) {
+        return std::nullopt;
+    }
+    return std::pair{width, height};
 }
 
 } // namespace
@@ -145,15 +155,11 @@ bool isUsableSide(std::uint32_t side)
 std::optional<Size> TiffImageDecoder::pictureSize(const std::string& path) const
 {
     const Tiff tiff = open(path);
-    if (!tiff) {
+    const auto size = tiff ? usableSize(tiff.get()) : std::nullopt;
+    if (!size) {
         return std::nullopt;
     }
-    const std::uint32_t width = field(tiff.get(), TIFFTAG_IMAGEWIDTH);
-    const std::uint32_t height = field(tiff.get(), TIFFTAG_IMAGELENGTH);
-    if (!isUsableSide(width) || !isUsableSide(height)) {
-        return std::nullopt;
-    }
-    return Size{static_cast<double>(width), static_cast<double>(height)};
+    return Size{static_cast<double>(size->first), static_cast<double>(size->second)};
 }
 
 std::optional<Bitmap> TiffImageDecoder::decode(const std::string& path, double scale) const
@@ -162,11 +168,11 @@ std::optional<Bitmap> TiffImageDecoder::decode(const std::string& path, double s
     if (!tiff || !chooseDirectory(tiff.get(), scale)) {
         return std::nullopt;
     }
-    const std::uint32_t width = field(tiff.get(), TIFFTAG_IMAGEWIDTH);
-    const std::uint32_t height = field(tiff.get(), TIFFTAG_IMAGELENGTH);
-    if (!isUsableSide(width) || !isUsableSide(height)) {
+    const auto size = usableSize(tiff.get());
+    if (!size) {
         return std::nullopt;
     }
+    const auto [width, height] = *size;
     Bitmap bitmap{static_cast<int>(width), static_cast<int>(height),
                   std::vector<std::uint8_t>(static_cast<std::size_t>(width) * height * 4)};
     const std::uint16_t samples = shortField(tiff.get(), TIFFTAG_SAMPLESPERPIXEL);
