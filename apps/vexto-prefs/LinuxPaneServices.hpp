@@ -29,7 +29,8 @@ public:
     explicit LinuxPaneServices(DescriptorWatcher& loop)
         : center_(loop), display_(NoDisplay::isNamed() ? DesktopServices::shared() : nullptr),
           processes_(display_ != nullptr ? &display_->windows()
-                                         : static_cast<ProcessWindows*>(&noDisplay_))
+                                         : static_cast<ProcessWindows*>(&noDisplay_),
+                     &loop)
     {
         if (display_ != nullptr) {
             desktops_ = display_->watchDesktops(loop, [this] {

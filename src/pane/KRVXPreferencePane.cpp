@@ -420,6 +420,7 @@ void KRVXPreferencePane::didUnselect()
     unregisterKeyEventTap();
     environment_.distributedCenter.removeObserver(this);
     environment_.workspaceCenter.removeObserver(this);
+    daemon_.stopWatching();
     if (const TabViewItem* selected = outlets_.settingsTabView->selectedTabViewItem()) {
         setValue(PlistValue(selected->identifier()), settingkeys::lastTab);
     }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace vexto {
 
-// Stopping and continuing processes by PID.
+// Stopping, continuing and watching processes by PID.
 class ProcessSignals {
 public:
     virtual ~ProcessSignals() = default;
@@ -14,6 +16,9 @@ public:
     virtual bool resume(std::int32_t pid) = 0;
     // None when the kernel has no such process.
     virtual std::optional<bool> isStopped(std::int32_t pid) = 0;
+    // Calls `ended` from the run loop, once, when the process ends, for as long as the returned
+    // watch is kept. None when it cannot be watched: it has ended already, or is not ours.
+    virtual std::shared_ptr<void> watchForExit(std::int32_t pid, std::function<void()> ended) = 0;
 };
 
 } // namespace vexto

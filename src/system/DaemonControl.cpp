@@ -2,9 +2,11 @@
 
 #include "foundation/Log.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
+#include "ports/ProcessSignals.hpp"
 #include "ports/RunLoop.hpp"
 #include "ports/Workspace.hpp"
 #include "system/DaemonNotifications.hpp"
+#include "system/ProcessPlatform.hpp"
 #include "system/QLVXProcess.hpp"
 
 namespace vexto {
@@ -81,7 +83,11 @@ bool DaemonControl::isEnabled()
             return true;
         }
         QLVXProcess* daemon = QLVXProcess::firstProcessNamed(daemonProcessName);
-        return daemon != nullptr && daemon->isValid();
+        if (daemon == nullptr || !daemon->isValid()) {
+            return false;
+        }
+        watch(daemon->PID());
+        return true;
     }
     singletonRestartDaemonOnce() = true;
     std::vector<QLVXProcess> daemons = QLVXProcess::everyProcessNamed(daemonProcessName);
@@ -96,6 +102,27 @@ bool DaemonControl::isEnabled()
         return true;
     }
     return false;
+}
+
+void DaemonControl::watch(int pid)
+{
+    if (pid == watchedPID_ && exitWatch_ != nullptr) {
+        return;
+    }
+    watchedPID_ = pid;
+    exitWatch_ = ProcessPlatform::signals().watchForExit(pid, [this] {
+        exitWatch_.reset();
+        watchedPID_ = -1;
+        if (hooks_.updateEnabledStatus) {
+            hooks_.updateEnabledStatus();
+        }
+    });
+}
+
+void DaemonControl::stopWatching()
+{
+    exitWatch_.reset();
+    watchedPID_ = -1;
 }
 
 void DaemonControl::quitDaemon()

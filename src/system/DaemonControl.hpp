@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -39,8 +40,11 @@ public:
     // Whether a daemon runs. The first answer in a process also replaces a running daemon (one
     // left from an older installation, say) with this bundle's: every instance is told to quit
     // and a new one is started once they are gone. Until then the daemon counts as running,
-    // however quickly the old one went.
+    // however quickly the old one went. A daemon found running is watched from then on: when it
+    // ends, for whatever reason, what the pane shows is refreshed at once.
     bool isEnabled();
+    // Forgets the daemon it watches, until the next look finds it again.
+    void stopWatching();
     // While only looking, the daemon is never restarted: the pane is drawn, not used.
     void setLooksOnly(bool looksOnly) { looksOnly_ = looksOnly; }
     // Asks the daemon to quit; it does so by itself.
@@ -57,6 +61,7 @@ public:
 
 private:
     void scheduleRelaunch();
+    void watch(int pid);
 
     DistributedNotificationCenter& center_;
     RunLoop& runLoop_;
@@ -65,6 +70,8 @@ private:
     bool dummyDisplay_ = false;
     bool relaunching_ = false;
     bool looksOnly_ = false;
+    int watchedPID_ = -1;
+    std::shared_ptr<void> exitWatch_;
 };
 
 } // namespace vexto

@@ -46,6 +46,10 @@ public:
     bool stop(std::int32_t) override { return false; }
     bool resume(std::int32_t) override { return false; }
     std::optional<bool> isStopped(std::int32_t) override { return std::nullopt; }
+    std::shared_ptr<void> watchForExit(std::int32_t, std::function<void()>) override
+    {
+        return nullptr;
+    }
 };
 
 struct Installation {

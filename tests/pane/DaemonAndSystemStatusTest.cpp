@@ -126,6 +126,37 @@ TEST_F(DaemonAndSystemStatusTest, TheEnableButtonStartsAndStopsTheDaemon)
     EXPECT_EQ(o().enableButton->title(), "Enable Vexto");
 }
 
+// The pane watches the daemon it found, so neither a crash nor a quit waits for the next refresh.
+TEST_F(DaemonAndSystemStatusTest, ADaemonsEndIsShownAtOnce)
+{
+    open();
+    o().enableButton->performClick();
+    center.deliver("app.vexto.preferences: Update Pane");
+    ASSERT_EQ(o().enableButton->title(), "Disable Vexto");
+    ASSERT_TRUE(o().checkNowButton->isEnabled());
+    processes.remove(500);
+    loop.advance(0.05);
+    EXPECT_EQ(o().enableButton->title(), "Enable Vexto");
+    EXPECT_EQ(o().enableButton->state(), Button::offState);
+    EXPECT_FALSE(o().checkNowButton->isEnabled());
+
+    // Disabling: the title follows the daemon's exit, not the three-second refresh.
+    o().enableButton->performClick();
+    center.deliver("app.vexto.preferences: Update Pane");
+    o().enableButton->performClick();
+    EXPECT_EQ(postedCount(": Quit Daemon"), 1u);
+    processes.remove(501);
+    loop.advance(0.05);
+    EXPECT_EQ(o().enableButton->title(), "Enable Vexto");
+
+    // A pane that is not shown watches nothing.
+    o().enableButton->performClick();
+    center.deliver("app.vexto.preferences: Update Pane");
+    EXPECT_EQ(processes.exitWatchCount(), 1u);
+    close();
+    EXPECT_EQ(processes.exitWatchCount(), 0u);
+}
+
 TEST_F(DaemonAndSystemStatusTest, ADaemonThatCannotBeStartedEndsInTheFatalErrorAlert)
 {
     desktop.openFileHandler = [](const std::string&) {

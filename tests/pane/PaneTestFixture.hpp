@@ -36,6 +36,7 @@ protected:
         SystemVersion::reset();
         KRVXPreferencePane::resetSingletonForTesting();
         DaemonControl::resetRestartOnceForTesting();
+        processes.runLoop = &loop;
         // Opening the daemon bundle starts a daemon that quits when asked.
         desktop.openFileHandler = [this](const std::string&) {
             processes.add({.pid = nextDaemonPID++, .name = "vextodaemon", .quitsWhenAsked = true});

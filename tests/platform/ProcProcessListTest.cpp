@@ -1,5 +1,6 @@
 #include "platform/linux/ProcProcessList.hpp"
 
+#include "platform/linux/PollRunLoop.hpp"
 #include "system/ProcessPlatform.hpp"
 #include "system/QLVXProcess.hpp"
 #include "system/QLVXProcessSignals.hpp"
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <grp.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,6 +41,18 @@ public:
         const pid_t pid = ::fork();
         if (pid == 0) {
             ::execl(path.c_str(), path.c_str(), "600", nullptr);
+            ::_exit(127);
+        }
+        return Child(pid);
+    }
+    // A program run as another user (this test must then run as root).
+    static Child runningAs(uid_t user, const std::string& path)
+    {
+        const pid_t pid = ::fork();
+        if (pid == 0) {
+            if (::setgroups(0, nullptr) == 0 && ::setgid(user) == 0 && ::setuid(user) == 0) {
+                ::execl(path.c_str(), path.c_str(), "600", nullptr);
+            }
             ::_exit(127);
         }
         return Child(pid);
@@ -204,6 +218,73 @@ TEST_F(ProcProcessListTest, TheWalkListsProgramsNotTheKernelsThreads)
     for (const int pid : kernelThreads) {
         EXPECT_FALSE(isListed(pid)) << pid;
     }
+}
+
+TEST(ProcProcessListExitTest, AnEndIsSeenThroughTheRunLoopWhileTheWatchIsKept)
+{
+    PollRunLoop loop;
+    ProcProcessList list(nullptr, &loop);
+    Child watched = Child::named("vexto-watched");
+    Child dropped = Child::named("vexto-dropped");
+    int ends = 0;
+    auto watch = list.watchForExit(watched.pid(), [&ends] { ++ends; });
+    ASSERT_NE(watch, nullptr);
+    bool droppedEnded = false;
+    list.watchForExit(dropped.pid(), [&droppedEnded] { droppedEnded = true; });
+    loop.runFor(0.02);
+    EXPECT_EQ(ends, 0);
+
+    ::kill(watched.pid(), SIGKILL);
+    ::kill(dropped.pid(), SIGKILL);
+    for (int turns = 0; turns < 100 && ends == 0; ++turns) {
+        loop.runFor(0.01);
+    }
+    EXPECT_EQ(ends, 1);
+    EXPECT_FALSE(droppedEnded) << "a watch let go of tells nothing";
+    loop.runFor(0.02);
+    EXPECT_EQ(ends, 1) << "an end is told once";
+    EXPECT_EQ(list.watchForExit(0, [] {}), nullptr);
+    EXPECT_EQ(ProcProcessList().watchForExit(::getpid(), [] {}), nullptr) << "no run loop";
+}
+
+// Another user's daemon is not the pane's to see, count or end, even for root.
+TEST_F(ProcProcessListTest, AnotherUsersProcessIsNeitherListedNorSignalled)
+{
+    if (::getuid() != 0) {
+        GTEST_SKIP() << "only root can start a process of another user";
+    }
+    const auto folder =
+        std::filesystem::temp_directory_path() / ("vexto-foreign-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::all);
+    const auto program = folder / "vextodaemon";
+    std::filesystem::copy_file("/bin/sleep", program);
+    constexpr uid_t nobody = 65534;
+    Child foreign = Child::runningAs(nobody, program.string());
+    std::string comm;
+    for (int tries = 0; tries < 2000 && comm != "vextodaemon"; ++tries) {
+        ::usleep(1000);
+        comm.clear();
+        std::ifstream("/proc/" + std::to_string(foreign.pid()) + "/comm") >> comm;
+    }
+    ASSERT_EQ(comm, "vextodaemon");
+
+    for (const QLVXProcess& each : QLVXProcess::everyProcessNamed("vextodaemon")) {
+        EXPECT_NE(each.PID(), foreign.pid());
+    }
+    QLVXProcess process(foreign.psn());
+    EXPECT_FALSE(process.isValid());
+    EXPECT_EQ(process.name(), nullptr);
+    EXPECT_FALSE(process.quit());
+    EXPECT_FALSE(QLVXProcessSetStopped(foreign.pid(), true));
+    EXPECT_EQ(::kill(foreign.pid(), 0), 0) << "the foreign process must still run";
+    std::string state;
+    std::ifstream stat("/proc/" + std::to_string(foreign.pid()) + "/stat");
+    std::getline(stat, state);
+    EXPECT_NE(state.substr(state.rfind(')') + 2, 1), "T") << "it must not have been stopped";
+    PollRunLoop loop;
+    EXPECT_EQ(ProcProcessList(nullptr, &loop).watchForExit(foreign.pid(), [] {}), nullptr);
+    std::filesystem::remove_all(folder);
 }
 
 TEST(ProcProcessListNumbersTest, SpecialNumbersComeFirst)

@@ -1,5 +1,7 @@
 #include "platform/fake/FakeProcessList.hpp"
 
+#include "ports/RunLoop.hpp"
+
 #include <algorithm>
 #include <cstring>
 
@@ -38,6 +40,49 @@ FakeProcessList::Process* FakeProcessList::find(const ProcessSerialNumber& psn)
 void FakeProcessList::remove(int pid)
 {
     std::erase_if(processes_, [pid](const Process& process) { return process.pid == pid; });
+    tellExitWatchers(pid);
+}
+
+void FakeProcessList::tellExitWatchers(int pid)
+{
+    std::vector<std::weak_ptr<std::function<void()>>> due;
+    std::erase_if(exitWatches_, [&](const auto& watch) {
+        if (watch.first != pid) {
+            return watch.second.expired();
+        }
+        due.push_back(watch.second);
+        return true;
+    });
+    for (auto& watch : due) {
+        const auto tell = [watch] {
+            if (const auto ended = watch.lock()) {
+                (*ended)();
+            }
+        };
+        if (runLoop != nullptr) {
+            runLoop->performAfterDelay(this, "processDidExit", {}, 0.0,
+                                       RunLoopModes{RunLoopMode::Default}, tell);
+        } else {
+            tell();
+        }
+    }
+}
+
+std::shared_ptr<void> FakeProcessList::watchForExit(std::int32_t pid, std::function<void()> ended)
+{
+    if (find(pid) == nullptr) {
+        return nullptr;
+    }
+    auto watch = std::make_shared<std::function<void()>>(std::move(ended));
+    exitWatches_.emplace_back(pid, watch);
+    return watch;
+}
+
+std::size_t FakeProcessList::exitWatchCount() const
+{
+    return static_cast<std::size_t>(
+        std::count_if(exitWatches_.begin(), exitWatches_.end(),
+                      [](const auto& watch) { return !watch.second.expired(); }));
 }
 
 void FakeProcessList::reusePID(int pid, std::string name, std::uint32_t launchDate)

@@ -9,8 +9,11 @@
 
 namespace vexto {
 
+class RunLoop;
+
 // A process list the test writes: serial numbers (0, pid), in the order added. Quit requests
-// are recorded; a process quits only when `quitsWhenAsked` says so.
+// are recorded; a process quits only when `quitsWhenAsked` says so. A process that goes tells
+// its watchers through `runLoop` (at once when there is none), as the kernel's would.
 class FakeProcessList final : public ProcessManager, public ProcessSignals {
 public:
     struct Process {
@@ -32,6 +35,7 @@ public:
     int currentPID = 1000;
     int frontPID = -1;
     std::vector<int> quitRequests;
+    RunLoop* runLoop = nullptr;
     int getNextProcessCalls = 0;
 
     OSErr getNextProcess(ProcessSerialNumber& psn) override;
@@ -52,11 +56,16 @@ public:
     bool stop(std::int32_t pid) override;
     bool resume(std::int32_t pid) override;
     std::optional<bool> isStopped(std::int32_t pid) override;
+    std::shared_ptr<void> watchForExit(std::int32_t pid, std::function<void()> ended) override;
+    std::size_t exitWatchCount() const;
 
 private:
     Process* find(const ProcessSerialNumber& psn);
 
+    void tellExitWatchers(int pid);
+
     std::vector<Process> processes_;
+    std::vector<std::pair<int, std::weak_ptr<std::function<void()>>>> exitWatches_;
 };
 
 } // namespace vexto

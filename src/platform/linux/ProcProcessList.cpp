@@ -1,5 +1,6 @@
 #include "platform/linux/ProcProcessList.hpp"
 
+#include "platform/DescriptorWatcher.hpp"
 #include "platform/linux/ProcessWindows.hpp"
 
 #include <algorithm>
@@ -11,6 +12,8 @@
 #include <ctime>
 #include <fcntl.h>
 #include <string_view>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
 
@@ -58,6 +61,35 @@ void skipFields(std::string_view& text, int count)
     }
 }
 
+// One process's descriptor in the run loop: readable once the process has ended.
+class ExitWatch {
+public:
+    ExitWatch(DescriptorWatcher& loop, int fd, std::function<void()> ended)
+        : loop_(loop), fd_(fd), ended_(std::move(ended))
+    {
+        loop_.watchDescriptor(fd_, [this] {
+            // The handler may let go of this watch: nothing of it is touched after the call.
+            loop_.unwatchDescriptor(fd_);
+            const auto ended = std::exchange(ended_, nullptr);
+            if (ended) {
+                ended();
+            }
+        });
+    }
+    ~ExitWatch()
+    {
+        loop_.unwatchDescriptor(fd_);
+        ::close(fd_);
+    }
+    ExitWatch(const ExitWatch&) = delete;
+    ExitWatch& operator=(const ExitWatch&) = delete;
+
+private:
+    DescriptorWatcher& loop_;
+    int fd_;
+    std::function<void()> ended_;
+};
+
 } // namespace
 
 struct ProcProcessList::Stat {
@@ -68,7 +100,8 @@ struct ProcProcessList::Stat {
     std::array<char, 1024> line; // filled by read(2) as far as it reads
 };
 
-ProcProcessList::ProcProcessList(ProcessWindows* windows) : windows_(windows)
+ProcProcessList::ProcProcessList(ProcessWindows* windows, DescriptorWatcher* loop)
+    : windows_(windows), loop_(loop), user_(::getuid())
 {
     procFolder_ = ::open("/proc", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const long ticks = ::sysconf(_SC_CLK_TCK);
@@ -120,6 +153,11 @@ bool ProcProcessList::readStat(int pid, Stat& stat) const
     std::snprintf(path.data(), path.size(), "%d/stat", pid);
     const int fd = ::openat(procFolder_, path.data(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) {
+        return false;
+    }
+    struct stat owner {};
+    if (::fstat(fd, &owner) != 0 || owner.st_uid != user_) {
+        ::close(fd);
         return false;
     }
     const ssize_t length = ::read(fd, stat.line.data(), stat.line.size() - 1);
@@ -192,7 +230,7 @@ ProcessManager::OSErr ProcProcessList::getNextProcess(ProcessSerialNumber& psn)
     }
     while (const dirent* entry = ::readdir(walk_)) {
         const auto pid = pidOfEntry(entry->d_name);
-        if (pid && *pid > after && isProgram(*pid)) {
+        if (pid && *pid > after && isProgram(*pid) && isOwn(*pid)) {
             lastWalkedPID_ = *pid;
             psn = serialNumberForPID(*pid);
             return noErr;
@@ -254,6 +292,14 @@ bool ProcProcessList::isProgram(int pid) const
     std::snprintf(path.data(), path.size(), "%d/exe", pid);
     char target = 0;
     return ::readlinkat(procFolder_, path.data(), &target, 1) >= 0 || errno != ENOENT;
+}
+
+bool ProcProcessList::isOwn(int pid) const
+{
+    std::array<char, 16> name{};
+    std::snprintf(name.data(), name.size(), "%d", pid);
+    struct stat entry {};
+    return ::fstatat(procFolder_, name.data(), &entry, 0) == 0 && entry.st_uid == user_;
 }
 
 ProcessManager::OSErr ProcProcessList::getCurrentProcess(ProcessSerialNumber& psn)
@@ -390,7 +436,7 @@ ProcessManager::OSErr ProcProcessList::sendAppleEvent(const ProcessSerialNumber&
 // the state is waited for, briefly: 50 ms at most.
 bool ProcProcessList::signalAndWait(std::int32_t pid, int signal, bool stopped)
 {
-    if (pid <= 0 || ::kill(pid, signal) != 0) {
+    if (pid <= 0 || !isOwn(pid) || ::kill(pid, signal) != 0) {
         return false;
     }
     constexpr int polls = 50;
@@ -409,6 +455,21 @@ bool ProcProcessList::stop(std::int32_t pid)
 bool ProcProcessList::resume(std::int32_t pid)
 {
     return signalAndWait(pid, SIGCONT, false);
+}
+
+std::shared_ptr<void> ProcProcessList::watchForExit(std::int32_t pid, std::function<void()> ended)
+{
+    if (loop_ == nullptr || pid <= 0 || !isOwn(pid)) {
+        return nullptr;
+    }
+    // glibc 2.36 declares pidfd_open without C linkage, so C++ cannot link to it: the call is
+    // made directly.
+    const int fd = static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+    if (fd < 0) {
+        return nullptr;
+    }
+    // A zombie's descriptor is readable at once: it has ended, though nobody collected it yet.
+    return std::make_shared<ExitWatch>(*loop_, fd, std::move(ended));
 }
 
 std::optional<bool> ProcProcessList::isStopped(std::int32_t pid)

@@ -5,10 +5,12 @@
 
 #include <dirent.h>
 #include <optional>
+#include <sys/types.h>
 #include <vector>
 
 namespace vexto {
 
+class DescriptorWatcher;
 class ProcessWindows;
 
 // The process list from /proc, and signals by kill(2).
@@ -19,12 +21,15 @@ class ProcessWindows;
 // manager, the walk lists programs, not the kernel's own threads: those are most of a machine's
 // entries, and asking anything of an entry is the walk's dearest step. They are known at the start
 // of each walk from the children of the kernel's thread spawner; where that list cannot be read,
-// each entry without an executable (kernel threads and zombies) is passed over. Quitting sends
+// each entry without an executable (kernel threads and zombies) is passed over. Only the
+// current user's processes are listed, named or signalled (the owner of an entry is the owner of
+// its process): another user's daemon is none of the pane's business. Quitting sends
 // SIGTERM; showing, hiding and the front process go through the desktop's windows when a
-// desktop is given, and fail as for a process without windows otherwise.
+// desktop is given, and fail as for a process without windows otherwise. An end is seen through
+// the process's descriptor (pidfd) in the run loop, at the moment it happens.
 class ProcProcessList final : public ProcessManager, public ProcessSignals {
 public:
-    explicit ProcProcessList(ProcessWindows* windows = nullptr);
+    explicit ProcProcessList(ProcessWindows* windows = nullptr, DescriptorWatcher* loop = nullptr);
     ~ProcProcessList() override;
     ProcProcessList(const ProcProcessList&) = delete;
     ProcProcessList& operator=(const ProcProcessList&) = delete;
@@ -50,6 +55,7 @@ public:
     bool stop(std::int32_t pid) override;
     bool resume(std::int32_t pid) override;
     std::optional<bool> isStopped(std::int32_t pid) override;
+    std::shared_ptr<void> watchForExit(std::int32_t pid, std::function<void()> ended) override;
 
 private:
     struct Stat;
@@ -59,15 +65,18 @@ private:
     std::optional<int> livingPID(const ProcessSerialNumber& psn) const;
     bool readKernelThreads();
     bool isProgram(int pid) const;
+    bool isOwn(int pid) const;
     bool signalAndWait(std::int32_t pid, int signal, bool stopped);
 
     ProcessWindows* windows_;
+    DescriptorWatcher* loop_;
     int procFolder_ = -1;
     DIR* walk_ = nullptr;
     int lastWalkedPID_ = -1;
     std::vector<int> kernelThreads_; // sorted; read at the start of each walk
     bool kernelThreadsKnown_ = false;
     long ticksPerSecond_ = 100;
+    uid_t user_;
 };
 
 } // namespace vexto
