@@ -21,7 +21,8 @@ print-control feedbackTextField
 click feedbackTextField
 wait 0.5
 SCRIPT
-HOME=$work/home PATH=$work/bin:$PATH dbus-run-session -- "$host" --headless --pane "$bundle" \
+HOME=$work/home PATH=$work/bin:$PATH "$(dirname "$0")/../support/own-pid-namespace.sh" \
+    dbus-run-session -- "$host" --headless --pane "$bundle" \
     --script "$work/script.vexto" >"$work/out" 2>"$work/err" || { cat "$work/err"; exit 1; }
 grep -q '"class":"KRVXLinkTextField"' "$work/out" || { echo "not a link field:"; cat "$work/out"; exit 1; }
 grep -q '"link":"mailto:support@vexto.app?subject=Vexto%203.1%20(310/' "$work/out" ||

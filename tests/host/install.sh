@@ -28,7 +28,8 @@ done || exit 1
 
 mkdir "$work/home"
 printf 'print-window\nquit\n' >"$work/script"
-HOME="$work/home" dbus-run-session -- "$prefix/bin/vexto-prefs" --headless --script "$work/script" \
+HOME="$work/home" "$(dirname "$0")/../support/own-pid-namespace.sh" \
+    dbus-run-session -- "$prefix/bin/vexto-prefs" --headless --script "$work/script" \
     >"$work/out" 2>"$work/err" || { cat "$work/err"; exit 1; }
 grep -q '"selectedTab":"triggers"' "$work/out" || { cat "$work/out" "$work/err"; exit 1; }
 HOME="$work/home" QT_QPA_PLATFORM=offscreen dbus-run-session -- "$prefix/bin/vexto-prefs" \

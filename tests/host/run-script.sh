@@ -7,9 +7,11 @@ set -u
 unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2 script=$3 expected=$4 status=$5 saved=${6:-}
 home=$(mktemp -d)
-# A daemon the script started and left running would outlive the test: it is ended with it.
-trap 'pkill -f "$bundle/Contents/Resources/vextodaemon.app/" 2>/dev/null; rm -rf "$home"' EXIT
-HOME=$home dbus-run-session -- "$host" --headless --pane "$bundle" --script "$script" >"$home/out" 2>"$home/err"
+trap 'rm -rf "$home"' EXIT
+# In a PID namespace of its own, the pane sees only the daemons this script starts, and any it
+# leaves running end with the namespace.
+HOME=$home "$(dirname "$0")/../support/own-pid-namespace.sh" \
+    dbus-run-session -- "$host" --headless --pane "$bundle" --script "$script" >"$home/out" 2>"$home/err"
 actual=$?
 if [ "$actual" -ne "$status" ]; then
     echo "exit status $actual, expected $status"; cat "$home/err"; exit 1
