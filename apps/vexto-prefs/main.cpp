@@ -12,7 +12,9 @@
 #include "toolkit/Application.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 #include <dlfcn.h>
+#include <string_view>
 
 using namespace vexto;
 
@@ -43,8 +45,41 @@ int runHeadless(const HostRun::Options& options)
     return HostRun::success;
 }
 
+// Qt answers a display it cannot open by aborting the program. Pictures and scripts need no
+// screen, so they are drawn offscreen then; a window cannot be shown, which is said in one line.
+bool displayCanBeUsed(const HostRun::Options& options)
+{
+    const char* platform = std::getenv("QT_QPA_PLATFORM");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    if ((platform != nullptr && std::string_view(platform).substr(0, 3) != "xcb") ||
+        (wayland != nullptr && *wayland != '\0')) {
+        return true; // Qt was told where to draw, or a Wayland session may be reached
+    }
+    const char* display = std::getenv("DISPLAY");
+    const bool named = display != nullptr && *display != '\0';
+    DesktopServices* desktop = named ? DesktopServices::shared() : nullptr;
+    if (desktop != nullptr && desktop->accessibility().isAssistiveAccessEnabled()) {
+        return true;
+    }
+    const std::string problem = named ? "cannot open display \"" + std::string(display) + "\""
+                                      : std::string("no display (DISPLAY is not set)");
+    if (options.screenshotFolder || options.script) {
+        std::fprintf(stderr, "vexto-prefs: %s; drawing offscreen\n", problem.c_str());
+        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        return true;
+    }
+    std::fprintf(stderr,
+                 "vexto-prefs: %s: the window cannot be shown (use --headless, or --screenshot "
+                 "DIR for pictures)\n",
+                 problem.c_str());
+    return false;
+}
+
 int runWithQt(const HostRun::Options& options, int argc, char** argv)
 {
+    if (!displayCanBeUsed(options)) {
+        return HostRun::failure;
+    }
     const std::string module = FileSystem::join(HostRun::programFolder(), qtFrontModuleName);
     void* handle = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
     const auto run = handle != nullptr
