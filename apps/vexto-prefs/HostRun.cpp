@@ -15,7 +15,8 @@ namespace {
 volatile std::sig_atomic_t stopSignalled = 0;
 
 constexpr const char* usageLine =
-    "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n";
+    "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n"
+    "       vexto-prefs --help | --version\n";
 
 } // namespace
 
@@ -36,6 +37,8 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
         const bool hasValue = i + 1 < argc;
         if (argument == "--help" || argument == "-h") {
             options.help = true;
+        } else if (argument == "--version") {
+            options.version = true;
         } else if (argument == "--headless") {
             options.headless = true;
         } else if (argument == "--pane" && hasValue) {
@@ -73,6 +76,7 @@ int HostRun::help()
         "  --screenshot DIR   draws every tab offscreen to DIR/TAB.png and exits; the\n"
         "                     settings on disk are left as they are\n"
         "  --script FILE|-    runs a script of commands against the pane\n"
+        "  --version          the program's version\n"
         "  -h, --help         this text\n",
         stdout);
     return success;

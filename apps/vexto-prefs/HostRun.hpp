@@ -20,6 +20,7 @@ public:
         std::optional<std::string> screenshotFolder;
         std::optional<std::string> script; // a file, or "-" for standard input
         bool help = false;
+        bool version = false;
     };
 
     static constexpr int success = 0;

@@ -107,6 +107,10 @@ int main(int argc, char** argv)
     if (options->help) {
         return HostRun::help();
     }
+    if (options->version) {
+        std::printf("vexto-prefs %s\n", VEXTO_VERSION_TEXT);
+        return HostRun::success;
+    }
     Log::setEchoToStandardError(true);
     HostRun::reportBeeps();
     return options->headless ? runHeadless(*options) : runWithQt(*options, argc, argv);

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -95,16 +96,44 @@ std::optional<std::string> previousVersionOf(FileSystemCalls& calls, const std::
     return std::nullopt;
 }
 
+const char* kindOfNonRegularFile(mode_t mode)
+{
+    if (S_ISDIR(mode)) {
+        return "is a directory";
+    }
+    if (S_ISFIFO(mode)) {
+        return "is a FIFO";
+    }
+    if (S_ISSOCK(mode)) {
+        return "is a socket";
+    }
+    if (S_ISCHR(mode) || S_ISBLK(mode)) {
+        return "is a device";
+    }
+    return "is not a regular file";
+}
+
 } // namespace
 
-std::optional<std::vector<std::uint8_t>> FileSystem::readFile(const std::string& path,
-                                                              std::size_t maximumBytes)
+std::optional<std::vector<std::uint8_t>>
+FileSystem::readFile(const std::string& path, std::size_t maximumBytes, std::string* reason)
 {
-    FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    struct stat info {};
-    if (!fd.valid() || ::fstat(fd.get(), &info) != 0 || !S_ISREG(info.st_mode) ||
-        static_cast<std::uint64_t>(info.st_size) > maximumBytes) {
+    const auto refuse = [reason](std::string cause) {
+        if (reason != nullptr) {
+            *reason = std::move(cause);
+        }
         return std::nullopt;
+    };
+    FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat info {};
+    if (!fd.valid() || ::fstat(fd.get(), &info) != 0) {
+        return refuse(std::strerror(errno));
+    }
+    if (!S_ISREG(info.st_mode)) {
+        return refuse(kindOfNonRegularFile(info.st_mode));
+    }
+    if (static_cast<std::uint64_t>(info.st_size) > maximumBytes) {
+        return refuse(tooLarge);
     }
     std::vector<std::uint8_t> bytes;
     bytes.reserve(static_cast<std::size_t>(info.st_size));
@@ -115,13 +144,13 @@ std::optional<std::vector<std::uint8_t>> FileSystem::readFile(const std::string&
             continue;
         }
         if (n < 0) {
-            return std::nullopt;
+            return refuse(std::strerror(errno));
         }
         if (n == 0) {
             break;
         }
         if (bytes.size() + static_cast<std::size_t>(n) > maximumBytes) {
-            return std::nullopt; // grew while being read
+            return refuse(tooLarge); // grew while being read
         }
         bytes.insert(bytes.end(), buffer, buffer + n);
     }

@@ -230,11 +230,12 @@ PropertyListCodec::ReadResult PropertyListCodec::read(std::span<const std::uint8
 
 PropertyListCodec::ReadResult PropertyListCodec::readFile(const std::string& path)
 {
-    auto bytes = FileSystem::readFile(path, maximumInputBytes);
+    std::string reason;
+    auto bytes = FileSystem::readFile(path, maximumInputBytes, &reason);
     if (!bytes) {
-        return failure(Format::Xml, FileSystem::fileSize(path) > maximumInputBytes
-                                        ? "larger than 16 MiB"
-                                        : "cannot be read");
+        return failure(Format::Xml, reason == FileSystem::tooLarge
+                                        ? std::string("larger than 16 MiB")
+                                        : "cannot be read (" + reason + ")");
     }
     return read(*bytes);
 }

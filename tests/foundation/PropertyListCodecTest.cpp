@@ -220,7 +220,8 @@ TEST(PropertyListCodecTest, RefusesHugeFilesWithoutReadingThem)
     const auto result = PropertyListCodec::readFile(path);
     EXPECT_FALSE(result.value);
     EXPECT_EQ(result.error, "larger than 16 MiB");
-    EXPECT_EQ(PropertyListCodec::readFile(folder.file("missing.plist")).error, "cannot be read");
+    EXPECT_EQ(PropertyListCodec::readFile(folder.file("missing.plist")).error,
+              "cannot be read (No such file or directory)");
 }
 
 // A binary property list from its objects' bytes, references two bytes wide; object 0 is the root.
