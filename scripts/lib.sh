@@ -6,8 +6,9 @@ CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-uti
                libfontconfig-dev
                libgtest-dev libgmock-dev libbenchmark-dev)
 # What the tests start for real: an X server without a screen and a window manager on it, a
-# private D-Bus session, fonts for the font menu, and pgrep to compare the process walk with.
-TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core procps x11-utils)
+# private D-Bus session, fonts for the font menu, pgrep to compare the process walk with, and the
+# desktop entry's validator.
+TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core procps x11-utils desktop-file-utils)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)
 # The fuzzers (libFuzzer comes with clang's runtime) and the format check.
@@ -28,9 +29,10 @@ install_packages() {
     DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
+# configure_and_build BUILD_DIR [CMAKE_OPTIONS...]; BUILD_TARGET, when set, builds only that.
 configure_and_build() {
     local build_dir=$1
     shift
     cmake -S . -B "$build_dir" -G Ninja "$@"
-    cmake --build "$build_dir"
+    cmake --build "$build_dir" ${BUILD_TARGET:+--target "$BUILD_TARGET"}
 }

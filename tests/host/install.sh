@@ -17,8 +17,18 @@ for file in bin/vexto-prefs bin/vexto-plist share/applications/app.vexto.Prefere
     test -e "$prefix/$file" || { echo "not installed: $file"; exit 1; }
 done
 entry="$prefix/share/applications/app.vexto.Preferences.desktop"
-grep -qx 'Exec=vexto-prefs' "$entry" && grep -qx 'Icon=vexto' "$entry" ||
-    { echo "the desktop entry does not start vexto-prefs with its icon"; exit 1; }
+grep -qx "Exec=$prefix/bin/vexto-prefs" "$entry" && grep -qx "TryExec=$prefix/bin/vexto-prefs" "$entry" &&
+    grep -qx 'Icon=vexto' "$entry" ||
+    { echo "the desktop entry does not start the installed vexto-prefs with its icon:"; cat "$entry"; exit 1; }
+if ! desktop-file-validate "$entry"; then
+    echo "the desktop entry is not valid"; exit 1
+fi
+for binary in lib/vexto/vexto-prefs lib/vexto/lib/libvexto_runtime.so \
+    lib/vexto/Vexto.prefPane/Contents/Linux/Vexto.so; do
+    if readelf -S "$prefix/$binary" | grep -q '\.debug_info'; then
+        echo "$binary is installed with its debug information"; exit 1
+    fi
+done
 find "$prefix" -type f | while read -r file; do
     if readelf -d "$file" 2>/dev/null | grep -q "$build"; then
         echo "$file finds its libraries in the build folder"
