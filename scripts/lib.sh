@@ -7,8 +7,9 @@ CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-uti
                libgtest-dev libgmock-dev libbenchmark-dev)
 # What the tests start for real: an X server without a screen and a window manager on it, a
 # private D-Bus session, fonts for the font menu, pgrep to compare the process walk with, and the
-# desktop entry's validator.
-TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core procps x11-utils desktop-file-utils)
+# desktop entry's validator; xdotool to press keys through XTEST.
+TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core procps x11-utils desktop-file-utils
+               xdotool)
 # The Qt 6 desktop front (its tests render offscreen, no display needed).
 QT_PACKAGES=(qt6-base-dev libgl-dev)
 # The fuzzers (libFuzzer comes with clang's runtime) and the format check.

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QKeyEvent>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -15,6 +16,33 @@
 #include <functional>
 
 namespace vexto {
+
+namespace {
+
+// Escape closes the window only when the key reaches the window itself: when nothing inside it
+// took the key, and no menu, list or dialog had it first. (A shortcut would be matched before an
+// open list saw the key: on X11 the list closes and the same press then closes the window.)
+class EscapeCloses final : public QObject {
+public:
+    explicit EscapeCloses(QWidget* window) : QObject(window), window_(window) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == window_ && event->type() == QEvent::KeyPress) {
+            const auto* key = static_cast<QKeyEvent*>(event);
+            if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier) {
+                window_->close();
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    QWidget* window_;
+};
+
+} // namespace
 
 namespace {
 
@@ -135,11 +163,9 @@ QSize QtWindowMirror::largestSize() const
 void QtWindowMirror::closeOnStandardKeys()
 {
     QWidget* window = widget_.get();
-    for (const QKeySequence& keys :
-         {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
-        auto* shortcut = new QShortcut(keys, window);
-        QObject::connect(shortcut, &QShortcut::activated, window, &QWidget::close);
-    }
+    window->installEventFilter(new EscapeCloses(window));
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), window);
+    QObject::connect(shortcut, &QShortcut::activated, window, &QWidget::close);
     auto* quit = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), window);
     QObject::connect(quit, &QShortcut::activated, QCoreApplication::instance(),
                      &QCoreApplication::quit, Qt::QueuedConnection);
