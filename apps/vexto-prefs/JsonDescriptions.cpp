@@ -162,6 +162,9 @@ std::string JsonDescriptions::control(std::string_view outlet, const View& view,
     } else if (const auto* field = dynamic_cast<const Control*>(&view)) {
         out += ",\"string\":" + string(field->stringValue());
     }
+    if (!view.notice().empty()) {
+        out += ",\"notice\":" + string(view.notice());
+    }
     if (!view.toolTip().empty()) {
         out += ",\"toolTip\":" + string(view.toolTip());
     }

@@ -19,6 +19,7 @@ namespace keys = settingkeys;
 namespace {
 
 constexpr const char* timeOutSelector = "timeOutFirstResponder";
+constexpr const char* clearNoticeSelector = "clearNotice";
 constexpr char escape = 27;
 
 const RunLoopModes timeOutModes{RunLoopMode::Default};
@@ -244,6 +245,54 @@ void KRVXHotKeyTextView::keyDown(const Event& event)
     record(event);
 }
 
+// A beep alone is missed (and on a desktop without sound, never heard): the reason stays shown
+// beside the field for a few seconds.
+void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::string& combination)
+{
+    if (refusal.identifier.empty()) {
+        setNotice(FormatString::fill(KRVXLocalizedString("%@ is held by another program"),
+                                     {combination}));
+    } else if (refusal.direction.empty() || refusal.direction == anyDirection) {
+        setNotice(FormatString::fill(KRVXLocalizedString("%@ is already used by %@"),
+                                     {combination, titleOfSlot(refusal)}));
+    } else {
+        setNotice(FormatString::fill(
+            KRVXLocalizedString("%@ is already used by %@ (%@)"),
+            {combination, titleOfSlot(refusal), KRVXLocalizedString(refusal.direction)}));
+    }
+    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    if (pane == nullptr) {
+        return;
+    }
+    RunLoop& loop = pane->environment().runLoop;
+    loop.cancelPreviousPerformRequests(this, clearNoticeSelector, PerformArgument{});
+    loop.performAfterDelay(this, clearNoticeSelector, {}, refusalNoticeTime,
+                           RunLoopModes{RunLoopMode::Default}, [this] { setNotice({}); });
+}
+
+// The label of the field bound to the slot, found among this field's neighbours; the slot's own
+// identifier where no field shows it.
+std::string KRVXHotKeyTextView::titleOfSlot(const HotKeyRefusal& refusal) const
+{
+    const View* page = superview();
+    if (page == nullptr) {
+        return refusal.identifier;
+    }
+    for (const auto& view : page->subviews()) {
+        const auto* field = dynamic_cast<const KRVXHotKeyTextView*>(view.get());
+        if (field != nullptr && !field->title().empty() &&
+            field->hotKeyIdentifier() == refusal.identifier &&
+            (refusal.direction.empty() || field->direction() == refusal.direction)) {
+            std::string title = KRVXLocalizedString(field->title());
+            if (title.ends_with(':')) {
+                title.pop_back();
+            }
+            return title;
+        }
+    }
+    return refusal.identifier;
+}
+
 void KRVXHotKeyTextView::record(const Event& event)
 {
     KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
@@ -254,12 +303,16 @@ void KRVXHotKeyTextView::record(const Event& event)
     const bool exact = pane->boolForSetting(keys::requireExactModifierKeyMatches);
     const bool ignoreCapsLock = pane->boolForSetting(keys::ignoreCapsLock, true);
     const bool ignoreFunctionKey = pane->boolForSetting(keys::ignoreFunctionKey, true);
-    if (!KRVXIsValidHotKey(event.keyCode(), flags, exact, ignoreCapsLock, ignoreFunctionKey,
-                           pane->settings(), pane->environment().hotKeys)) {
+    const std::string readable = readableKeyString(event, exact, keyboardLayout(*pane));
+    const auto refusal =
+        KRVXRefusalOfHotKey(event.keyCode(), flags, exact, ignoreCapsLock, ignoreFunctionKey,
+                            pane->settings(), pane->environment().hotKeys);
+    if (refusal) {
         Application::shared().beep();
+        showRefusal(*refusal, readable);
         return;
     }
-    const std::string readable = readableKeyString(event, exact, keyboardLayout(*pane));
+    setNotice({});
     if (KRVXNeedsReservationWarning(flags)) {
         const int answer = KRVXRunAlertPanel(
             KRVXLocalizedString("Vexto - Warning"),

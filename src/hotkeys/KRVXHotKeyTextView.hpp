@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hotkeys/KeyLabels.hpp"
 #include "toolkit/ActionTarget.hpp"
 #include "toolkit/TextView.hpp"
 
@@ -22,6 +23,8 @@ public:
     static constexpr std::string_view unsetIdentifier = "Dummy";
     static constexpr std::string_view anyDirection = "Any";
     static constexpr double recordingTimeout = 30.0;
+    // How long the reason for a refused combination stays shown beside the field.
+    static constexpr double refusalNoticeTime = 4.0;
 
     explicit KRVXHotKeyTextView(Rect frame = {});
     ~KRVXHotKeyTextView() override;
@@ -34,6 +37,10 @@ public:
     void setHotKeyIdentifier(std::string identifier, std::string direction = {});
     std::string hotKeyIdentifier() const;
     std::string direction() const;
+    // The name of the slot, as the label beside the field gives it (unlocalized): a refusal
+    // names the slot that already holds a combination by it.
+    void setTitle(std::string title) { title_ = std::move(title); }
+    const std::string& title() const { return title_; }
 
     KRVXHotKeyClearButton* deleteButton() const { return deleteButton_; }
     void setDeleteButton(KRVXHotKeyClearButton* button) { deleteButton_ = button; }
@@ -66,9 +73,12 @@ public:
 private:
     void record(const Event& event);
     void showSlot();
+    void showRefusal(const HotKeyRefusal& refusal, const std::string& combination);
+    std::string titleOfSlot(const HotKeyRefusal& refusal) const;
 
     std::string identifier_;
     std::string direction_;
+    std::string title_;
     KRVXHotKeyClearButton* deleteButton_ = nullptr;
     bool occupied_ = false;
     bool activelyResigning_ = false;

@@ -274,9 +274,11 @@ void KRVXResetHotKeyIdentifierForTesting(std::uint32_t next)
     nextIdentifier = next;
 }
 
-bool KRVXIsValidHotKey(std::uint16_t keyCode, std::uint64_t flags, bool requireExact,
-                       bool ignoreCapsLock, bool ignoreFunctionKey, const PlistDictionary& settings,
-                       HotKeyRegistrar* registrar)
+std::optional<HotKeyRefusal> KRVXRefusalOfHotKey(std::uint16_t keyCode, std::uint64_t flags,
+                                                 bool requireExact, bool ignoreCapsLock,
+                                                 bool ignoreFunctionKey,
+                                                 const PlistDictionary& settings,
+                                                 HotKeyRegistrar* registrar)
 {
     const auto holdsTheCombination = [&](const PlistValue& object) {
         const PlistDictionary* record = object.asDictionary();
@@ -296,27 +298,35 @@ bool KRVXIsValidHotKey(std::uint16_t keyCode, std::uint64_t flags, bool requireE
         if (const PlistDictionary* table = value.asDictionary()) {
             for (const auto& [direction, record] : *table) {
                 if (holdsTheCombination(record)) {
-                    return false;
+                    return HotKeyRefusal{key, direction};
                 }
             }
         } else if (const PlistArray* list = value.asArray()) {
             for (const PlistValue& record : *list) {
                 if (holdsTheCombination(record)) {
-                    return false;
+                    return HotKeyRefusal{key, {}};
                 }
             }
         }
     }
     const std::uint32_t identifier = KRVXNextHotKeyIdentifier();
     if (registrar == nullptr) {
-        return true;
+        return std::nullopt;
     }
     if (!registrar->registerHotKey(keyCode, KRVXCarbonModifiersFromCocoaModifiers(flags),
                                    identifier)) {
-        return false;
+        return HotKeyRefusal{};
     }
     registrar->unregisterHotKey(identifier);
-    return true;
+    return std::nullopt;
+}
+
+bool KRVXIsValidHotKey(std::uint16_t keyCode, std::uint64_t flags, bool requireExact,
+                       bool ignoreCapsLock, bool ignoreFunctionKey, const PlistDictionary& settings,
+                       HotKeyRegistrar* registrar)
+{
+    return !KRVXRefusalOfHotKey(keyCode, flags, requireExact, ignoreCapsLock, ignoreFunctionKey,
+                                settings, registrar);
 }
 
 bool KRVXNeedsReservationWarning(std::uint64_t flags)

@@ -46,8 +46,21 @@ bool KRVXIsModifierFlagsMatch(std::uint64_t stored, std::uint64_t candidate, boo
 
 std::uint32_t KRVXCarbonModifiersFromCocoaModifiers(std::uint64_t flags);
 
+// Why a combination cannot be a hot key: the record that already holds it (its identifier and
+// direction, under which the settings keep it), or, with no identifier, another program's hold.
+struct HotKeyRefusal {
+    std::string identifier;
+    std::string direction;
+    bool operator==(const HotKeyRefusal&) const = default;
+};
+
 // Refused when a hot-key record anywhere in the settings already holds the combination, or when
 // the system will not register it (probed with the next identifier, then unregistered).
+std::optional<HotKeyRefusal> KRVXRefusalOfHotKey(std::uint16_t keyCode, std::uint64_t flags,
+                                                 bool requireExact, bool ignoreCapsLock,
+                                                 bool ignoreFunctionKey,
+                                                 const PlistDictionary& settings,
+                                                 HotKeyRegistrar* registrar);
 bool KRVXIsValidHotKey(std::uint16_t keyCode, std::uint64_t flags, bool requireExact,
                        bool ignoreCapsLock, bool ignoreFunctionKey, const PlistDictionary& settings,
                        HotKeyRegistrar* registrar);

@@ -209,6 +209,8 @@ void buildTriggers(Page& page, PaneOutlets& o)
         label(row.title, y);
         *row.forward = hotKeyField(page, controlFrame(y, fieldWidth, firstField));
         *row.backward = hotKeyField(page, controlFrame(y, fieldWidth, secondField));
+        (*row.forward)->setTitle(row.title);
+        (*row.backward)->setTitle(row.title);
     }
     page.skip(12);
     const HotKeyRow additional[] = {
@@ -226,6 +228,7 @@ void buildTriggers(Page& page, PaneOutlets& o)
         y = page.nextRow();
         label(row.title, y);
         *row.forward = hotKeyField(page, controlFrame(y, fieldWidth, firstField));
+        (*row.forward)->setTitle(row.title);
     }
 }
 

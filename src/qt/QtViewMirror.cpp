@@ -16,6 +16,8 @@
 #include "toolkit/TextField.hpp"
 #include "toolkit/TextView.hpp"
 
+#include <QToolTip>
+
 #include <cmath>
 
 namespace vexto {
@@ -61,6 +63,18 @@ QtViewMirror::~QtViewMirror()
         widget_->hide();
         widget_->deleteLater();
     }
+}
+
+// A notice appears as a tip just under the view, without waiting for the pointer, and goes when
+// the model takes it away.
+void QtViewMirror::showNotice()
+{
+    const QString text = QString::fromStdString(view_->notice());
+    if (text.isEmpty()) {
+        QToolTip::hideText();
+        return;
+    }
+    QToolTip::showText(widget_->mapToGlobal(QPoint(0, widget_->height())), text, widget_);
 }
 
 void QtViewMirror::start()
@@ -138,6 +152,9 @@ void QtViewMirror::modelChanged(ViewChange change)
         break;
     case ViewChange::ToolTip:
         widget_->setToolTip(QString::fromStdString(view_->toolTip()));
+        break;
+    case ViewChange::Notice:
+        showNotice();
         break;
     case ViewChange::Subviews:
         if (mirrorsSubviews()) {

@@ -56,6 +56,8 @@ protected:
     std::vector<std::unique_ptr<QtViewMirror>> children_;
 
 private:
+    void showNotice();
+
     std::shared_ptr<View> view_;
     QPointer<QWidget> widget_;
     int observer_ = 0;

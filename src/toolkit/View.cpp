@@ -221,6 +221,15 @@ void View::setToolTip(std::string toolTip)
     notify(ViewChange::ToolTip);
 }
 
+void View::setNotice(std::string notice)
+{
+    if (notice_ == notice) {
+        return;
+    }
+    notice_ = std::move(notice);
+    notify(ViewChange::Notice);
+}
+
 int View::addToolTipRect(Rect rect, std::function<std::string(Point)> provider)
 {
     toolTipRects_.push_back({++lastToolTipTag_, rect, std::move(provider)});

@@ -93,6 +93,12 @@ public:
     // The tip a person hovering at that local point sees: a tool-tip rectangle's, else the view's.
     std::string toolTipAtPoint(Point local) const;
 
+    // --- notices ---
+    // A short message shown beside the view for a moment, where the user looks (why a key was
+    // refused, say); empty when there is none.
+    const std::string& notice() const { return notice_; }
+    void setNotice(std::string notice);
+
     // --- tracking areas ---
     void addTrackingArea(std::shared_ptr<TrackingArea> area);
     void removeTrackingArea(const TrackingArea* area);
@@ -156,6 +162,7 @@ private:
     Window* window_ = nullptr; // set on the content view only
     std::vector<std::shared_ptr<View>> subviews_;
     std::string toolTip_;
+    std::string notice_;
     std::vector<ToolTipRect> toolTipRects_;
     int lastToolTipTag_ = 0;
     std::vector<std::shared_ptr<TrackingArea>> trackingAreas_;

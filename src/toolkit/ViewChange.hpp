@@ -9,6 +9,7 @@ enum class ViewChange {
     Subviews,
     Display, // needs redrawing
     ToolTip,
+    Notice,
     Enabled,
     Value, // state, value, text or colour
     Title,

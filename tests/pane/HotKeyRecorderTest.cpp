@@ -23,6 +23,16 @@ struct FreeKeys : HotKeyRegistrar {
     void unregisterHotKey(std::uint32_t) override {}
 };
 
+// Another program holds Option-F5.
+struct F5IsHeld : HotKeyRegistrar {
+    bool registerHotKey(std::uint16_t keyCode, std::uint32_t modifiers, std::uint32_t) override
+    {
+        constexpr std::uint32_t carbonOptionKey = 0x0800;
+        return keyCode != f5Key || modifiers != carbonOptionKey;
+    }
+    void unregisterHotKey(std::uint32_t) override {}
+};
+
 class HotKeyRecorderTest : public PaneTest {
 protected:
     HotKeyRecorderTest()
@@ -98,6 +108,38 @@ TEST_F(HotKeyRecorderTest, CombinationsAlreadyHeldBeepAndRecordingGoesOn)
     press(tabKey, Event::optionKeyMask, "\t");
     EXPECT_EQ(Application::shared().beepCount(), beeps + 2);
     EXPECT_EQ(stored("Backward"), nullptr);
+}
+
+// The reason is shown beside the field for a few seconds, naming the slot by its label.
+TEST_F(HotKeyRecorderTest, ARefusalSaysWhoHoldsTheCombination)
+{
+    F5IsHeld held;
+    hotKeys = &held;
+    pane.reset();
+    load();
+    paneWindow.setContentView(main->shared_from_this());
+    clickInto(o().normalBackwardTextView);
+    press(f5Key, Event::controlKeyMask, "x");
+    clickInto(o().zoomFrontmostTextView);
+    press(tabKey, Event::controlKeyMask, "\t");
+
+    clickInto(o().allForwardTextView);
+    press(tabKey, Event::controlKeyMask, "\t");
+    EXPECT_EQ(o().allForwardTextView->notice(),
+              "\u2303\u21E5 is already used by Zoom the frontmost window");
+    loop.advance(1.0);
+    press(f5Key, Event::optionKeyMask, "x");
+    EXPECT_EQ(o().allForwardTextView->notice(), "\u2325F5 is held by another program");
+    loop.advance(KRVXHotKeyTextView::refusalNoticeTime - 0.1);
+    EXPECT_FALSE(o().allForwardTextView->notice().empty()) << "each refusal is shown anew";
+    loop.advance(0.2);
+    EXPECT_EQ(o().allForwardTextView->notice(), "");
+
+    press(f5Key, Event::controlKeyMask, "x");
+    EXPECT_EQ(o().allForwardTextView->notice(),
+              "\u2303F5 is already used by Non-minimized windows (Backward)");
+    press(spaceKey, Event::controlKeyMask, " ");
+    EXPECT_EQ(o().allForwardTextView->notice(), "") << "a combination taken clears it";
 }
 
 TEST_F(HotKeyRecorderTest, KeysWithoutShiftControlOrOptionAskFirst)

@@ -130,6 +130,17 @@ TEST_F(PaneControlTableTest, EveryHotKeyFieldEditsItsOwnSlot)
         EXPECT_EQ(field->hotKeyIdentifier(), expected.identifier);
         EXPECT_EQ(field->direction(), expected.direction);
         EXPECT_FALSE(pane->settingForControl(field)) << "hot keys are stored by their fields";
+        // A refusal names a slot by its title: the label on the field's row.
+        const TextField* label = nullptr;
+        for (const auto& view : field->superview()->subviews()) {
+            const auto* text = dynamic_cast<const TextField*>(view.get());
+            if (text != nullptr && text->frame().maxX() <= field->frame().minX() &&
+                std::abs(text->frame().midY() - field->frame().midY()) < 4) {
+                label = text;
+            }
+        }
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->stringValue(), field->title());
     }
     // The Forward column is the left one, under its title.
     for (std::size_t i = 0; i + 1 < 12; i += 2) {

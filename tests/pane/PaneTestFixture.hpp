@@ -107,6 +107,7 @@ protected:
         environment.drawingOnly = drawingOnly;
         environment.filePanels = filePanels;
         environment.fonts = fontCatalog;
+        environment.hotKeys = hotKeys;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -136,6 +137,7 @@ protected:
     int nextDaemonPID = 500;
     bool drawingOnly = false;
     FilePanels* filePanels = nullptr;
+    HotKeyRegistrar* hotKeys = nullptr; // none: every free combination is accepted
     const FontCatalog* fontCatalog = nullptr;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;
