@@ -394,8 +394,16 @@ void KRVXPreferencePane::updateForSpacesAndAssistiveDevicesAccess(bool assistive
     setDefaultBool(settings(), true, settingkeys::switchAcrossSpaces);
     const bool across = initializeSwitch(o.switchAcrossSpacesButton, settings(), false);
     o.switchAcrossSpacesButton->setEnabled(true);
+    // The tip says what the box does here: the badges for other Spaces only (the dash) are a
+    // state of their own only where the system supports them.
     if (KRVXDumbDownSpacesSupport()) {
         o.showSpaceBadgesButton->setAllowsMixedState(false);
+        o.showSpaceBadgesButton->setToolTip(KRVXLocalizedString(
+            "Checked: every window shows a badge naming its workspace. Empty: no badges."));
+    } else {
+        o.showSpaceBadgesButton->setToolTip(KRVXLocalizedString(
+            "Checked: every window shows a badge naming its workspace. Dash: only windows on "
+            "other workspaces than the current one do. Empty: no badges."));
     }
     int badges = Button::offState;
     if (across && boolForSetting(settingkeys::alwaysShowSpaceBadges)) {

@@ -282,9 +282,6 @@ void buildPanel(Page& page, PaneOutlets& o)
     o.switchAcrossSpacesButton = page.checkBox("Switch across Spaces", controlFrame(y, 380));
     y = page.nextRow();
     o.showSpaceBadgesButton = page.checkBox("Show Space badges", controlFrame(y, 380), true);
-    o.showSpaceBadgesButton->setToolTip(
-        page.localized()("Checked: every window shows a badge naming its Space. Dash: only "
-                         "windows on other Spaces than the current one do. Empty: no badges."));
 }
 
 // The row's label without its colon ("Background:" gives "Background", "Fond :" gives "Fond").

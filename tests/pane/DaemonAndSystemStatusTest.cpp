@@ -227,6 +227,11 @@ TEST_F(DaemonAndSystemStatusTest, TheSpacesControlsFollowTheSystemAndTheSettings
         EXPECT_EQ(o().spaceBadgeColorWell->isEnabled(), c.expectedEnabled);
         EXPECT_EQ(o().switchAcrossSpacesButton->state() == Button::onState,
                   c.across && (c.appKit > 1038 || c.dockSpaces));
+        // The tip promises the dash only where the box has it.
+        if (c.expectedEnabled) {
+            EXPECT_EQ(o().showSpaceBadgesButton->toolTip().find("Dash") != std::string::npos,
+                      c.appKit <= 1138);
+        }
         close();
     }
 }
