@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/ProductInfo.hpp"
 #include "platform/linux/DeferredFontCatalog.hpp"
 #include "platform/linux/DeferredImageDecoder.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
@@ -32,6 +33,7 @@ public:
                                          : static_cast<ProcessWindows*>(&noDisplay_),
                      &loop)
     {
+        processes_.setRegisteredNames({std::string(product::daemonProcessName)});
         if (display_ != nullptr) {
             desktops_ = display_->watchDesktops(loop, [this] {
                 desktop_.postWorkspaceNotification(

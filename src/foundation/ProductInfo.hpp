@@ -14,6 +14,8 @@ inline constexpr std::string_view applicationSupportFolder = "~/Library/Applicat
 inline constexpr std::string_view productFolderName = "Vexto";
 inline constexpr std::string_view layoutsFolderName = "Layouts";
 inline constexpr std::string_view settingsFileName = "Settings.plist";
+// The daemon's process name, by which the pane finds it.
+inline constexpr std::string_view daemonProcessName = "vextodaemon";
 inline constexpr std::string_view defaultSettingsFileName = "KRVXDefaultSettings.plist";
 
 } // namespace vexto::product

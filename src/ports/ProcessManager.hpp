@@ -4,7 +4,9 @@
 #include "ports/ProcessSerialNumber.hpp"
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace vexto {
 
@@ -56,6 +58,14 @@ public:
     // Sends an event and waits for no reply, as the 'aevt' 'quit' request to quit.
     virtual OSErr sendAppleEvent(const ProcessSerialNumber& target, std::uint32_t eventClass,
                                  std::uint32_t eventID) = 0;
+    // The processes that may bear this name, in the walk's order, where the platform keeps a
+    // register of them: a walk would find no other. None when only a walk can tell.
+    virtual std::optional<std::vector<ProcessSerialNumber>>
+    registeredProcessesNamed(std::string_view name)
+    {
+        (void)name;
+        return std::nullopt;
+    }
 };
 
 } // namespace vexto

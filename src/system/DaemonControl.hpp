@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/ProductInfo.hpp"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,7 +16,7 @@ class Workspace;
 // Finds, launches, restarts and stops the daemon, and tells it to reread the settings.
 class DaemonControl {
 public:
-    static constexpr std::string_view daemonProcessName = "vextodaemon";
+    static constexpr std::string_view daemonProcessName = product::daemonProcessName;
     static constexpr int launchAttempts = 10;
     static constexpr double launchRetryDelay = 1.0;
     static constexpr double relaunchPollDelay = 1.0;

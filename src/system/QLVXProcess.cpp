@@ -110,27 +110,50 @@ std::vector<QLVXProcess> QLVXProcess::everyProcess()
     return processes;
 }
 
+namespace {
+
+// Hands `found` each process of the name in the walk's order, until it returns false. Where the
+// platform keeps a register of the name, only its processes are looked at: the same answer as a
+// walk, at a cost that does not grow with the machine's processes.
+template <typename Found> void visitProcessesNamed(std::string_view name, Found found)
+{
+    if (const auto registered = ProcessPlatform::manager().registeredProcessesNamed(name)) {
+        for (const ProcessSerialNumber& psn : *registered) {
+            QLVXProcess& process = QLVXProcess::processWithProcessSerialNumber(psn);
+            if (process.isNamed(name) && !found(process)) {
+                return;
+            }
+        }
+        return;
+    }
+    QLVXProcessesEnumerator enumerator;
+    while (QLVXProcess* process = enumerator.nextObject()) {
+        if (process->isNamed(name) && !found(*process)) {
+            return;
+        }
+    }
+}
+
+} // namespace
+
 std::vector<QLVXProcess> QLVXProcess::everyProcessNamed(std::string_view name)
 {
     std::vector<QLVXProcess> processes;
-    QLVXProcessesEnumerator enumerator;
-    while (QLVXProcess* process = enumerator.nextObject()) {
-        if (process->isNamed(name)) {
-            processes.push_back(*process);
-        }
-    }
+    visitProcessesNamed(name, [&processes](QLVXProcess& process) {
+        processes.push_back(process);
+        return true;
+    });
     return processes;
 }
 
 QLVXProcess* QLVXProcess::firstProcessNamed(std::string_view name)
 {
-    QLVXProcessesEnumerator enumerator;
-    while (QLVXProcess* process = enumerator.nextObject()) {
-        if (process->isNamed(name)) {
-            return process;
-        }
-    }
-    return nullptr;
+    QLVXProcess* first = nullptr;
+    visitProcessesNamed(name, [&first](QLVXProcess& process) {
+        first = &process;
+        return false;
+    });
+    return first;
 }
 
 // --- identity ---------------------------------------------------------------------------

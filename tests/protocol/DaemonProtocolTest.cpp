@@ -35,6 +35,8 @@ class DaemonProtocolTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        // As the host has it: the daemon found through the process register, its end watched.
+        processes.setRegisteredNames({"vextodaemon"});
         ProcessPlatform::install(&processes, &processes, &loop);
         if (!daemonPIDs().empty()) {
             GTEST_SKIP() << "a vextodaemon of this machine runs; the test leaves it alone";
@@ -129,7 +131,7 @@ protected:
     PollRunLoop loop;
     std::optional<DBusDistributedNotificationCenter> center;
     LinuxDesktop desktop;
-    ProcProcessList processes;
+    ProcProcessList processes{nullptr, &loop};
     PreferencesFolder preferences;
     FakeAccessibilityStatus access;
     FakeAlerts alerts;
@@ -149,8 +151,17 @@ TEST_F(DaemonProtocolTest, EnableStartsTheDaemonAndAClickMoreStopsIt)
 
     o().enableButton->performClick();
     ASSERT_TRUE(runUntil([&] { return daemonPIDs().empty(); }, 3.0));
-    ASSERT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 4.0));
+    // The title follows the daemon's exit, not the refresh three seconds after the click.
+    EXPECT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 0.5));
     EXPECT_EQ(logged("vextodaemon quits: the pane asked"), 1u);
+
+    // A daemon that dies unasked is seen at once too.
+    o().enableButton->performClick();
+    ASSERT_TRUE(runUntil([&] { return o().enableButton->title() == "Disable Vexto"; }, 3.0));
+    ASSERT_EQ(daemonPIDs().size(), 1u);
+    ::kill(daemonPIDs()[0], SIGKILL);
+    EXPECT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 0.5));
+    EXPECT_FALSE(o().checkNowButton->isEnabled());
     EXPECT_TRUE(alerts.shown.empty());
 }
 

@@ -13,9 +13,11 @@
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "foundation/NumericText.hpp"
+#include "foundation/ProductInfo.hpp"
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
+#include "platform/linux/ProcessRegister.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 
 #include <csignal>
@@ -94,11 +96,18 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
             daemon.quit(info.ssi_signo == SIGTERM ? "SIGTERM" : "SIGINT");
         }
     });
+    // Entered before it says it runs, so that a pane asking then finds it without a walk.
+    const int entry = ProcessRegister::enter(product::daemonProcessName);
+    if (entry < 0) {
+        Log::line(
+            "could not enter the process register: panes will look for this daemon by a walk");
+    }
     daemon.start();
     while (daemon.isRunning()) {
         loop.runFor(1.0);
     }
     watcher.unwatchDescriptor(stopSignals);
+    ProcessRegister::leave(product::daemonProcessName, entry);
     return 0;
 }
 

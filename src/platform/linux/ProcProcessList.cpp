@@ -1,6 +1,7 @@
 #include "platform/linux/ProcProcessList.hpp"
 
 #include "platform/DescriptorWatcher.hpp"
+#include "platform/linux/ProcessRegister.hpp"
 #include "platform/linux/ProcessWindows.hpp"
 
 #include <algorithm>
@@ -455,6 +456,26 @@ bool ProcProcessList::stop(std::int32_t pid)
 bool ProcProcessList::resume(std::int32_t pid)
 {
     return signalAndWait(pid, SIGCONT, false);
+}
+
+std::optional<std::vector<ProcessSerialNumber>>
+ProcProcessList::registeredProcessesNamed(std::string_view name)
+{
+    if (std::find(registeredNames_.begin(), registeredNames_.end(), name) ==
+        registeredNames_.end()) {
+        return std::nullopt;
+    }
+    const auto pids = ProcessRegister::processesNamed(name);
+    if (!pids) {
+        return std::nullopt;
+    }
+    std::vector<ProcessSerialNumber> processes;
+    for (const int pid : *pids) {
+        if (isOwn(pid)) {
+            processes.push_back(serialNumberForPID(pid));
+        }
+    }
+    return processes;
 }
 
 std::shared_ptr<void> ProcProcessList::watchForExit(std::int32_t pid, std::function<void()> ended)

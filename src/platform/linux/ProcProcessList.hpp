@@ -5,6 +5,8 @@
 
 #include <dirent.h>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <sys/types.h>
 #include <vector>
 
@@ -52,6 +54,12 @@ public:
     OSErr sendAppleEvent(const ProcessSerialNumber& target, std::uint32_t eventClass,
                          std::uint32_t eventID) override;
 
+    // Processes of these names are found through the process register, not by a walk: each of
+    // them enters itself there when it starts.
+    void setRegisteredNames(std::vector<std::string> names) { registeredNames_ = std::move(names); }
+    std::optional<std::vector<ProcessSerialNumber>>
+    registeredProcessesNamed(std::string_view name) override;
+
     bool stop(std::int32_t pid) override;
     bool resume(std::int32_t pid) override;
     std::optional<bool> isStopped(std::int32_t pid) override;
@@ -77,6 +85,7 @@ private:
     bool kernelThreadsKnown_ = false;
     long ticksPerSecond_ = 100;
     uid_t user_;
+    std::vector<std::string> registeredNames_;
 };
 
 } // namespace vexto
