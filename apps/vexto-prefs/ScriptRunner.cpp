@@ -187,7 +187,7 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
             button->performClick();
         } else if (auto* well = dynamic_cast<ColorWell*>(view)) {
             well->performClick();
-        } else if (!pressButtonInside(*view)) {
+        } else if (!view->pressTrackedButton()) {
             return fail(error, words[1] + " is not a button and holds none");
         }
         return true;
@@ -197,10 +197,11 @@ bool ScriptRunner::runCommand(const Words& words, std::string& error)
         if (view == nullptr || !expectWords(words, 2, error)) {
             return false;
         }
-        if (view->trackingAreas().empty()) {
+        const auto centre = view->centreOfTrackedButton();
+        if (!centre) {
             return fail(error, words[1] + " tracks no mouse");
         }
-        host_.window().sendEvent(Event::mouse(Event::Type::MouseMoved, centreOfButtonIn(*view)));
+        host_.window().sendEvent(Event::mouse(Event::Type::MouseMoved, *centre));
         return true;
     }
     if (command == "set-state") {
@@ -475,30 +476,6 @@ bool ScriptRunner::clear(const Words& words, std::string& error)
         return fail(error, words[1] + " has no clear button");
     }
     button->performClick();
-    return true;
-}
-
-// The middle of the first area in which the view tracks the mouse: a button inside it.
-Point ScriptRunner::centreOfButtonIn(const View& view)
-{
-    const Rect area = view.trackingAreas().front()->rect();
-    return view.convertPointToView(Point{area.midX(), area.midY()}, nullptr);
-}
-
-// A press and a release on that button, through the window, as a person's click goes.
-bool ScriptRunner::pressButtonInside(View& view)
-{
-    if (view.trackingAreas().empty()) {
-        return false;
-    }
-    const Point where = centreOfButtonIn(view);
-    Window& window = host_.window();
-    window.sendEvent(Event::mouse(Event::Type::MouseMoved, where));
-    window.postEvent(Event::mouse(Event::Type::LeftMouseUp, where));
-    window.sendEvent(Event::mouse(Event::Type::LeftMouseDown, where));
-    if (window.queuedEventCount() > 0) {
-        window.nextEventMatchingMask(Event::maskFor(Event::Type::LeftMouseUp)); // not taken
-    }
     return true;
 }
 

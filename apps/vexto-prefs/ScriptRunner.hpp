@@ -52,8 +52,6 @@ private:
     bool press(const Words& words, std::string& error);
     bool clear(const Words& words, std::string& error);
     void printSavedSetting(const std::string& key);
-    static Point centreOfButtonIn(const View& view);
-    bool pressButtonInside(View& view);
 
     PaneHost& host_;
     RunLoop& runLoop_;

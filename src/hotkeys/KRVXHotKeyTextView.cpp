@@ -372,6 +372,15 @@ void KRVXHotKeyTextView::setString(std::string text)
     setFont(Font::systemFontOfSize(13));
 }
 
+bool KRVXHotKeyTextView::deleteBackward()
+{
+    if (isRecording() || deleteButton_ == nullptr || !deleteButton_->isEnabled()) {
+        return false;
+    }
+    deleteButton_->performClick();
+    return true;
+}
+
 bool KRVXHotKeyTextView::respondsToSelector(std::string_view selector) const
 {
     return selector == "delete:";

@@ -62,6 +62,8 @@ public:
     void updateDisplayForFirstResponder(bool focused);
     // Clears the slot: the clear button's action.
     void deleteHotKey();
+    // Delete on a field that has the focus but does not record clears it, as its button does.
+    bool deleteBackward() override;
 
     // Never part of the text: the whole of it is selected or nothing.
     TextRange selectionRangeForProposedRange(TextRange proposed) const override;

@@ -9,6 +9,10 @@ namespace vexto {
 class QtCustomViewMirror final : public QtViewMirror {
 public:
     QtCustomViewMirror(std::shared_ptr<View> view, QWidget* parent);
+
+protected:
+    // What it draws follows its state: a change of it (enabled, value, title) repaints it.
+    void syncAll() override;
 };
 
 } // namespace vexto

@@ -74,10 +74,16 @@ protected:
                 update();
                 return true;
             }
-            // Reached with Tab, the field is pressed with Space or Return as it is clicked.
-            if (event->type() == QEvent::KeyPress &&
-                QtKeyboardFocus::isPressKey(static_cast<QKeyEvent*>(event)->key())) {
+            // Reached with Tab, the field is pressed with Space or Return as it is clicked, and
+            // cleared with Delete or Backspace as with its clear button.
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            if (event->type() == QEvent::KeyPress && QtKeyboardFocus::isPressKey(key)) {
                 click();
+                return true;
+            }
+            if (event->type() == QEvent::KeyPress &&
+                (key == Qt::Key_Backspace || key == Qt::Key_Delete) && view_.deleteBackward()) {
+                update();
                 return true;
             }
         }

@@ -84,6 +84,9 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
     // The content scrolls inside the window where the screen is smaller than it.
     scroll_ = new QScrollArea(widget_.get());
     scroll_->setFrameShape(QFrame::NoFrame);
+    // Scrolled by the pointer and by the focus moving, never itself a stop for Tab: it would be
+    // one where Space and Return do nothing, and draws no focus.
+    scroll_->setFocusPolicy(Qt::NoFocus);
     scroll_->setWidgetResizable(false);
     auto* layout = new QVBoxLayout(widget_.get());
     layout->setContentsMargins(0, 0, 0, 0);

@@ -221,6 +221,31 @@ void View::setToolTip(std::string toolTip)
     notify(ViewChange::ToolTip);
 }
 
+std::optional<Point> View::centreOfTrackedButton() const
+{
+    if (trackingAreas_.empty()) {
+        return std::nullopt;
+    }
+    const Rect area = trackingAreas_.front()->rect();
+    return convertPointToView(Point{area.midX(), area.midY()}, nullptr);
+}
+
+bool View::pressTrackedButton()
+{
+    Window* target = window();
+    const auto where = centreOfTrackedButton();
+    if (target == nullptr || !where) {
+        return false;
+    }
+    target->sendEvent(Event::mouse(Event::Type::MouseMoved, *where));
+    target->postEvent(Event::mouse(Event::Type::LeftMouseUp, *where));
+    target->sendEvent(Event::mouse(Event::Type::LeftMouseDown, *where));
+    if (target->queuedEventCount() > 0) {
+        target->nextEventMatchingMask(Event::maskFor(Event::Type::LeftMouseUp)); // not taken
+    }
+    return true;
+}
+
 void View::setNotice(std::string notice)
 {
     if (notice_ == notice) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -92,6 +93,17 @@ public:
     const std::vector<ToolTipRect>& toolTipRects() const { return toolTipRects_; }
     // The tip a person hovering at that local point sees: a tool-tip rectangle's, else the view's.
     std::string toolTipAtPoint(Point local) const;
+
+    // --- a button inside ---
+    // The middle of the first area in which the view tracks the mouse (a button inside it), in
+    // window coordinates; none when it tracks none.
+    std::optional<Point> centreOfTrackedButton() const;
+    // A press and a release on that button through the window, as a person's click goes; false
+    // without one, or outside a window.
+    bool pressTrackedButton();
+    // The Delete key, pressed while the view has the keyboard focus but takes no keys itself: a
+    // view that can be cleared clears itself. False when the key means nothing to it.
+    virtual bool deleteBackward() { return false; }
 
     // --- notices ---
     // A short message shown beside the view for a moment, where the user looks (why a key was

@@ -111,5 +111,32 @@ TEST_F(QtActionButtonFieldTest, APressHeldOnTheArrowShowsPressedAndItsReleaseOpe
     EXPECT_EQ(desktop.openedURLs.size(), 1u);
 }
 
+// A pointer that leaves the field in one jump, with no move outside the arrow on the way, still
+// takes the lit look away.
+TEST_F(QtActionButtonFieldTest, LeavingInOneJumpUnlightsTheArrow)
+{
+    QWidget* widget = fieldWidget();
+    ASSERT_NE(widget, nullptr);
+    QTest::mouseMove(widget, overArrow());
+    ASSERT_TRUE(field->actionButtonTextFieldCell().isHovered());
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(widget, &leave);
+    EXPECT_FALSE(field->actionButtonTextFieldCell().isHovered());
+}
+
+// Reached with Tab, the arrow shows the focus and Return or Space presses it.
+TEST_F(QtActionButtonFieldTest, TheArrowIsReachedAndPressedFromTheKeyboard)
+{
+    QWidget* widget = fieldWidget();
+    ASSERT_NE(widget, nullptr);
+    widget->repaint();
+    EXPECT_TRUE(widget->focusPolicy() & Qt::TabFocus);
+    widget->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(widget, Qt::Key_Return);
+    EXPECT_EQ(desktop.openedURLs, std::vector<std::string>{"mailto:a@b.c"});
+    QTest::keyClick(widget, Qt::Key_Space);
+    EXPECT_EQ(desktop.openedURLs.size(), 2u);
+}
+
 } // namespace
 } // namespace vexto

@@ -3,6 +3,7 @@
 #include "../pane/PaneTestFixture.hpp"
 #include "QtTestApplication.hpp"
 #include "foundation/DictionaryExtensions.hpp"
+#include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtViewMirror.hpp"
@@ -12,6 +13,7 @@
 #include "toolkit/TabView.hpp"
 #include "toolkit/Window.hpp"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QTest>
 
@@ -173,6 +175,45 @@ TEST_F(QtPaneKeysTest, TabReachesEveryWellAndHotKeyFieldInVisualOrderAndRecordsO
     QTest::keyClick(field, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(QApplication::focusWidget(), field);
     EXPECT_EQ(o().allForwardTextView->string(), "⌃⇥");
+}
+
+// Everything a click does, a keyboard does too: a shortcut is cleared with its button reached by
+// Tab or with Delete, and nothing that does nothing stops Tab.
+TEST_F(QtPaneKeysTest, ClearButtonsAndDeleteClearAShortcutFromTheKeyboard)
+{
+    const auto widgetOf = [this](const View* view) {
+        return mirror->mirrorOf(view)->widget();
+    };
+    QWidget* field = fieldWidget();
+    QWidget* clear = widgetOf(o().allForwardTextView->deleteButton());
+    EXPECT_FALSE(clear->isEnabled()) << "nothing to clear: no stop for Tab, drawn disabled";
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keyClick(field, Qt::Key_F5, Qt::ControlModifier);
+    EXPECT_TRUE(clear->isEnabled()) << "the button follows the recording at once";
+    QTest::mouseClick(widgetOf(o().allBackwardTextView), Qt::LeftButton);
+    QTest::keyClick(widgetOf(o().allBackwardTextView), Qt::Key_F6, Qt::ControlModifier);
+    ASSERT_TRUE(o().allForwardTextView->isOccupied() && o().allBackwardTextView->isOccupied());
+
+    QWidget* page = field->parentWidget();
+    const std::vector<QWidget*> chain = tabChain(field, page, 6);
+    ASSERT_GE(chain.size(), 3u);
+    EXPECT_EQ(chain[1], widgetOf(o().allForwardTextView->deleteButton()))
+        << "a field's clear button comes right after it";
+    EXPECT_EQ(chain[2], widgetOf(o().allBackwardTextView));
+    chain[1]->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(chain[1], Qt::Key_Space);
+    EXPECT_FALSE(o().allForwardTextView->isOccupied());
+
+    QWidget* backward = widgetOf(o().allBackwardTextView);
+    backward->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(backward, Qt::Key_Backspace);
+    EXPECT_FALSE(o().allBackwardTextView->isOccupied()) << "Backspace clears the focused field";
+    EXPECT_FALSE(o().allBackwardTextView->isRecording());
+
+    // Nothing that does nothing stops Tab: the scrolling around the pane is no stop.
+    for (QWidget* each : mirror->widget()->findChildren<QAbstractScrollArea*>()) {
+        EXPECT_FALSE(each->focusPolicy() & Qt::TabFocus);
+    }
 }
 
 } // namespace
