@@ -49,6 +49,7 @@ public:
     void setOccupiedWithVisualHotKeyRepresentation(const std::optional<std::string>& text,
                                                    std::uint64_t modifierFlags);
     bool isOccupied() const { return occupied_; }
+    bool showsKeyCombination() const override { return occupied_; }
     bool isRecording() const;
     // A recording field records Escape, ⌃W and ⌃Q instead of letting them close the window.
     bool takesEveryKey() const override { return isRecording(); }

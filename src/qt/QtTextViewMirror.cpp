@@ -3,6 +3,7 @@
 #include "qt/QtCanvas.hpp"
 #include "qt/QtFonts.hpp"
 #include "qt/QtKeyEvents.hpp"
+#include "qt/QtKeyNames.hpp"
 #include "qt/QtKeyboardFocus.hpp"
 #include "toolkit/Event.hpp"
 #include "toolkit/TextView.hpp"
@@ -34,7 +35,14 @@ protected:
         painter.drawRect(frame);
         painter.setFont(QtFonts::qtFont(view_.font()));
         painter.setPen(QtCanvas::qtColor(view_.textColor()));
-        const QString text = QString::fromStdString(view_.string());
+        // A combination reads in the desktop's words, with its symbols in the tip.
+        const QString symbols = QString::fromStdString(view_.string());
+        const QString text =
+            view_.showsKeyCombination() ? QtKeyNames::nativeText(view_.string()) : symbols;
+        const QString tip = text != symbols ? symbols : QString();
+        if (toolTip() != tip) {
+            setToolTip(tip);
+        }
         const QRect textArea = frame.adjusted(4, 0, -4, 0);
         const bool truncate =
             view_.paragraphStyle().lineBreak == ParagraphStyle::LineBreak::TruncateTail;

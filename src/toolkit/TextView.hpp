@@ -22,6 +22,9 @@ class TextView : public View {
 public:
     using View::View;
     const char* className() const override { return "TextView"; }
+    // Whether the text is a key combination in symbols (a hot key), which a front may show in
+    // the desktop's own words.
+    virtual bool showsKeyCombination() const { return false; }
 
     const std::string& string() const { return text_; }
     virtual void setString(std::string text);

@@ -4,6 +4,7 @@
 
 #include "QtTestApplication.hpp"
 #include "qt/QtKeyEventTaps.hpp"
+#include "qt/QtKeyNames.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/TextView.hpp"
@@ -174,6 +175,39 @@ TEST_F(QtKeyEventsTest, AKeyNoWidgetTakesReachesTheTapOnce)
     QTest::keyClick(field, Qt::Key_B);
     QTest::keyClick(inner, Qt::Key_C);
     EXPECT_EQ(presses, 3) << "each press of its own";
+}
+
+} // namespace
+} // namespace vexto
+
+namespace vexto {
+namespace {
+
+// The desktop's words for each kind of symbol a hot-key field shows; what has no words stays.
+TEST(QtKeyNamesTest, CombinationsReadInTheDesktopsWords)
+{
+    const std::pair<const char*, const char*> names[] = {
+        {"\u2303\u21E7F5", "Ctrl+Shift+F5"},
+        {"\u2325\u21E5", "Alt+Tab"},
+        {"\u2318Space", "Meta+Space"},
+        {"\u2303\u2325\u2190", "Ctrl+Alt+Left"},
+        {"\u2325\u2192", "Alt+Right"},
+        {"\u2303\u21DF", "Ctrl+PgDown"},
+        {"\u2325\u21B5", "Alt+Return"},
+        {"\u2303\u232B", "Ctrl+Backspace"},
+        {"\u2303\u2326", "Ctrl+Del"},
+        {"\u2325Escape", "Alt+Esc"},
+        {"\u2303#5", "Ctrl+Num+5"},
+        {"\u2325F19", "Alt+F19"},
+        {"\u2303a", "Ctrl+A"},
+        {"\u2303\u00E4", "Ctrl+\u00C4"},
+        {"\u24C1\u2303F5", "\u24C1\u2303F5"}, // an exact left-hand match has no words
+        {"No Shortcut", "No Shortcut"},
+        {"\u2303", "\u2303"},
+    };
+    for (const auto& [symbols, words] : names) {
+        EXPECT_EQ(QtKeyNames::nativeText(symbols).toStdString(), words) << symbols;
+    }
 }
 
 } // namespace
