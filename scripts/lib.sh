@@ -10,8 +10,9 @@ CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-uti
 # desktop entry's validator; xdotool to press keys through XTEST.
 TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core procps x11-utils desktop-file-utils
                xdotool)
-# The Qt 6 desktop front (its tests render offscreen, no display needed).
-QT_PACKAGES=(qt6-base-dev libgl-dev)
+# The Qt 6 desktop front (its tests render offscreen, no display needed), with Qt's own texts in
+# the languages the pane speaks.
+QT_PACKAGES=(qt6-base-dev libgl-dev qt6-translations-l10n)
 # The fuzzers (libFuzzer comes with clang's runtime) and the format check.
 FUZZ_PACKAGES=(clang libclang-rt-dev)
 FORMAT_PACKAGES=(clang-format)

@@ -12,6 +12,7 @@
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtRunLoop.hpp"
 #include "qt/QtTextMetrics.hpp"
+#include "qt/QtTranslations.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/TabView.hpp"
@@ -98,6 +99,7 @@ vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
     }
     QApplication application(argc, argv);
     QApplication::setDesktopFileName("app.vexto.Preferences");
+    QtTranslations::install(application);
     QApplication::setWindowIcon(QIcon(QString::fromStdString(
         FileSystem::join(options->panePath, "Contents/Resources/Vexto.png"))));
     QtTextMetrics metrics;

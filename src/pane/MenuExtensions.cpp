@@ -1,6 +1,7 @@
 #include "pane/MenuExtensions.hpp"
 
 #include "foundation/FileSystem.hpp"
+#include "pane/KRVXPreferencePane.hpp"
 #include "toolkit/Image.hpp"
 #include "toolkit/Menu.hpp"
 #include "widgets/ResourceImages.hpp"
@@ -21,7 +22,9 @@ std::string layoutNameForPath(const std::string& path)
 
 MenuItem& addItemForLayoutAtPath(Menu& menu, const std::string& path, bool preset)
 {
-    auto item = std::make_shared<MenuItem>(layoutNameForPath(path));
+    // The shipped presets are named in the user's language; the user's own layouts as saved.
+    const std::string name = layoutNameForPath(path);
+    auto item = std::make_shared<MenuItem>(preset ? KRVXLocalizedString(name) : name);
     item->setRepresentedObject(path);
     item->setImage(ResourceImages::named(preset ? "KRVXSmallIcon.tiff" : "KRVXUserLayout.tiff"));
     return menu.addItem(std::move(item));

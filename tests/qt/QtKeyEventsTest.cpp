@@ -5,6 +5,7 @@
 #include "QtTestApplication.hpp"
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtKeyNames.hpp"
+#include "qt/QtTranslations.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/TextView.hpp"
@@ -12,6 +13,7 @@
 
 #include <QKeyEvent>
 #include <QTest>
+#include <QTranslator>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -208,6 +210,42 @@ TEST(QtKeyNamesTest, CombinationsReadInTheDesktopsWords)
     for (const auto& [symbols, words] : names) {
         EXPECT_EQ(QtKeyNames::nativeText(symbols).toStdString(), words) << symbols;
     }
+}
+
+} // namespace
+} // namespace vexto
+
+namespace vexto {
+namespace {
+
+// Qt's own buttons speak the pane's language: German where the pane is German, none for English.
+TEST(QtTranslationsTest, QtsOwnTextsFollowThePanesLanguage)
+{
+    test::ensureQApplication();
+    QCoreApplication& application = *QCoreApplication::instance();
+    const auto removeInstalled = [&application] {
+        for (QTranslator* each : application.findChildren<QTranslator*>()) {
+            QCoreApplication::removeTranslator(each);
+            delete each;
+        }
+    };
+    const char* old = std::getenv("LC_ALL");
+    const std::string saved = old != nullptr ? old : "";
+    ::setenv("LC_ALL", "de_DE.UTF-8", 1);
+    const bool german = QtTranslations::install(application);
+    const QString cancel = QCoreApplication::translate("QPlatformTheme", "Cancel");
+    removeInstalled();
+    ::setenv("LC_ALL", "en_GB.UTF-8", 1);
+    const bool english = QtTranslations::install(application);
+    removeInstalled();
+    if (old != nullptr) {
+        ::setenv("LC_ALL", saved.c_str(), 1);
+    } else {
+        ::unsetenv("LC_ALL");
+    }
+    EXPECT_TRUE(german);
+    EXPECT_EQ(cancel.toStdString(), "Abbrechen");
+    EXPECT_FALSE(english);
 }
 
 } // namespace
