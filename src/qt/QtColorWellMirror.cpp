@@ -4,11 +4,15 @@
 #include "qt/QtKeyboardFocus.hpp"
 #include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
+#include "toolkit/Slider.hpp"
 
 #include <QBoxLayout>
 #include <QColorDialog>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <utility>
+#include <vector>
 
 namespace vexto {
 
@@ -108,16 +112,55 @@ protected:
                 dialog.layout()->addWidget(holder);
             }
         }
-        const QColor chosen = dialog.exec() == QDialog::Accepted ? dialog.currentColor() : QColor();
-        if (chosen.isValid()) {
-            ColorPanel::shared().userDidPickColor(
-                Color::calibratedRGB(float(chosen.redF()), float(chosen.greenF()),
-                                     float(chosen.blueF()), float(chosen.alphaF())));
+        // As the platform's colour panel does, every colour picked applies at once; Cancel puts
+        // back the colour and the accessory's sliders (the gradient) as they were.
+        const Color original = well_.color();
+        const std::vector<std::pair<Slider*, double>> sliders =
+            slidersOf(ColorPanel::shared().accessoryView().get());
+        QObject::connect(&dialog, &QColorDialog::currentColorChanged, &dialog,
+                         [](const QColor& color) { pick(color); });
+        if (dialog.exec() != QDialog::Accepted) {
+            if (well_.color() != original) {
+                ColorPanel::shared().userDidPickColor(original);
+            }
+            for (const auto& [slider, value] : sliders) {
+                if (slider->doubleValue() != value) {
+                    slider->setDoubleValue(value);
+                    slider->sendAction();
+                }
+            }
+        } else {
+            pick(dialog.currentColor());
         }
         well_.deactivate();
     }
 
 private:
+    static void pick(const QColor& color)
+    {
+        const Color picked = Color::calibratedRGB(float(color.redF()), float(color.greenF()),
+                                                  float(color.blueF()), float(color.alphaF()));
+        if (ColorPanel::shared().color() != picked) {
+            ColorPanel::shared().userDidPickColor(picked);
+        }
+    }
+    // The sliders inside a view, with their values now.
+    static std::vector<std::pair<Slider*, double>> slidersOf(View* view)
+    {
+        std::vector<std::pair<Slider*, double>> found;
+        if (view == nullptr) {
+            return found;
+        }
+        if (auto* slider = dynamic_cast<Slider*>(view)) {
+            found.emplace_back(slider, slider->doubleValue());
+        }
+        for (const auto& child : view->subviews()) {
+            const auto inside = slidersOf(child.get());
+            found.insert(found.end(), inside.begin(), inside.end());
+        }
+        return found;
+    }
+
     ColorWell& well_;
 };
 

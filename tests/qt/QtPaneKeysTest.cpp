@@ -8,14 +8,18 @@
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
+#include "toolkit/ColorPanel.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
+#include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/Window.hpp"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QColorDialog>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 #include <vector>
@@ -214,6 +218,63 @@ TEST_F(QtPaneKeysTest, ClearButtonsAndDeleteClearAShortcutFromTheKeyboard)
     for (QWidget* each : mirror->widget()->findChildren<QAbstractScrollArea*>()) {
         EXPECT_FALSE(each->focusPolicy() & Qt::TabFocus);
     }
+}
+
+// The colour dialog applies what is picked at once, as the platform's panel does, the gradient
+// strip too; Cancel puts back the colour and the gradient the well had when it opened.
+TEST_F(QtPaneKeysTest, TheColourDialogAppliesLiveAndCancelPutsEverythingBack)
+{
+    o().settingsTabView->selectTabViewItemWithIdentifier("appearance");
+    QApplication::processEvents();
+    ColorWell& well = *o().selectionColorWell;
+    const Color before = well.color();
+    const PlistValue* storedGradient = pane->valueForSetting("Selection Gradient");
+    const std::optional<std::int64_t> gradientBefore =
+        storedGradient != nullptr ? storedGradient->integerValue() : std::nullopt;
+    const auto gradientNow = [this] {
+        const PlistValue* value = pane->valueForSetting("Selection Gradient");
+        return value != nullptr ? value->integerValue() : std::nullopt;
+    };
+    const auto strip = [] {
+        View* accessory = ColorPanel::shared().accessoryView().get();
+        for (const auto& view :
+             accessory != nullptr ? accessory->subviews() : std::vector<std::shared_ptr<View>>{}) {
+            if (auto* slider = dynamic_cast<Slider*>(view.get())) {
+                return slider;
+            }
+        }
+        return static_cast<Slider*>(nullptr);
+    };
+    bool liveColour = false;
+    bool liveGradient = false;
+    QTimer::singleShot(50, [&] {
+        auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setCurrentColor(QColor(255, 0, 0));
+        liveColour = well.color() == Color::calibratedRGB(1, 0, 0, 1);
+        Slider* slider = strip();
+        ASSERT_NE(slider, nullptr);
+        slider->setDoubleValue(40);
+        slider->sendAction();
+        liveGradient = gradientNow() == 40;
+        dialog->reject();
+    });
+    mirror->mirrorOf(&well)->widget()->setFocus();
+    QTest::keyClick(mirror->mirrorOf(&well)->widget(), Qt::Key_Space);
+    EXPECT_TRUE(liveColour) << "a colour picked applies at once";
+    EXPECT_TRUE(liveGradient);
+    EXPECT_EQ(well.color(), before) << "Cancel puts the colour back";
+    EXPECT_EQ(gradientNow(), gradientBefore.value_or(*gradientNow())) << "and the gradient";
+    EXPECT_NE(gradientNow(), 40);
+
+    QTimer::singleShot(50, [&] {
+        auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setCurrentColor(QColor(0, 255, 0));
+        dialog->accept();
+    });
+    QTest::keyClick(mirror->mirrorOf(&well)->widget(), Qt::Key_Space);
+    EXPECT_EQ(well.color(), Color::calibratedRGB(0, 1, 0, 1)) << "OK keeps it";
 }
 
 } // namespace
