@@ -6,6 +6,7 @@
 #include "toolkit/PopUpButton.hpp"
 
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QIcon>
 #include <QMenu>
 #include <QPainter>
@@ -104,11 +105,17 @@ void QtPopUpMirror::fillQtMenu(QMenu& qtMenu, const Menu& menu, int firstIndex)
         action->setEnabled(item->isEnabled());
         action->setCheckable(item->state() != 0);
         action->setChecked(item->state() != 0);
-        if (item->image()) {
+        // A one-point image only evens out the items' heights where the platform needs it; as an
+        // icon it would take the place where a ticked item shows its tick.
+        if (item->image() && item->image()->size().width > 1 && item->image()->size().height > 1) {
             action->setIcon(iconFor(*item->image()));
         }
+        // A name is drawn in its own face unless that face draws symbols instead of letters.
         if (item->attributedTitleFont()) {
-            action->setFont(QtFonts::qtFont(*item->attributedTitleFont()));
+            const QFont font = QtFonts::qtFont(*item->attributedTitleFont());
+            if (!QFontDatabase::writingSystems(font.family()).contains(QFontDatabase::Symbol)) {
+                action->setFont(font);
+            }
         }
         if (item->submenu()) {
             continue; // chosen through its submenu

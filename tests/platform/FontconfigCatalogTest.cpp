@@ -52,6 +52,21 @@ TEST_F(FontconfigCatalogTest, FamiliesMembersAndNamesComeFromTheFontsThemselves)
     EXPECT_FALSE(catalog.fontWithName("NoSuchFont-Regular", 14));
 }
 
+// A font installed while the pane runs is in the next menu: the folder's time tells.
+TEST_F(FontconfigCatalogTest, FontsInstalledMeanwhileAreListedAtTheNextLook)
+{
+    const FontconfigCatalog catalog(folder.file("fonts.conf"));
+    ASSERT_EQ(catalog.availableFontFamilies().size(), 2u);
+    const std::string serif = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
+    if (!std::filesystem::exists(serif)) {
+        GTEST_SKIP() << "no DejaVu Serif to install";
+    }
+    std::filesystem::copy_file(serif, folder.file("fonts/DejaVuSerif.ttf"));
+    EXPECT_EQ(catalog.availableFontFamilies(),
+              (std::vector<std::string>{"DejaVu Sans", "DejaVu Sans Mono", "DejaVu Serif"}));
+    EXPECT_TRUE(catalog.fontWithName("DejaVuSerif", 12));
+}
+
 TEST_F(FontconfigCatalogTest, AConfigurationThatCannotBeReadListsNothing)
 {
     test::writeText(folder.file("bad.conf"), "<fontconfig><dir>");

@@ -5,6 +5,9 @@
 #include "toolkit/Button.hpp"
 #include "toolkit/Canvas.hpp"
 #include "toolkit/Event.hpp"
+#include "toolkit/Image.hpp"
+#include "toolkit/Menu.hpp"
+#include "toolkit/MenuItem.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
 #include "toolkit/TabView.hpp"
@@ -14,7 +17,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
@@ -257,6 +263,46 @@ TEST_F(QtMirrorTest, ContentLargerThanTheScreenScrollsAndKeepsItsSize)
     EXPECT_GT(area->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(mirror->render().size(), QSize(int(huge.width()), int(huge.height())))
         << "pictures show everything";
+}
+
+} // namespace
+} // namespace vexto
+
+namespace vexto {
+namespace {
+
+// A pull-down's items as the font menu has them: a name in its own face, a symbol font's name in
+// the menu's face (its own would draw symbols), and a ticked item whose one-point image (there only
+// to even the heights out) does not hide the tick.
+TEST(QtPullDownTest, NamesInTheirOwnFacesButSymbolsInTheMenusAndTicksShown)
+{
+    test::ensureQApplication();
+    if (!QFontDatabase::hasFamily("DejaVu Sans") ||
+        !QFontDatabase::hasFamily("Standard Symbols PS")) {
+        GTEST_SKIP() << "fonts-dejavu-core and fonts-urw-base35 are needed";
+    }
+    Window window(Rect(0, 0, 300, 200));
+    auto pullDown = std::make_shared<PopUpButton>(Rect(20, 20, 200, 26), true);
+    pullDown->addItemWithTitle("Font");
+    MenuItem& dejavu = pullDown->menu().addItemWithTitle("DejaVu Sans");
+    dejavu.setAttributedTitleFont(Font("DejaVuSans", "DejaVu Sans", "DejaVu Sans", 13));
+    MenuItem& symbols = pullDown->menu().addItemWithTitle("Standard Symbols PS");
+    symbols.setAttributedTitleFont(
+        Font("StandardSymbolsPS", "Standard Symbols PS", "Standard Symbols PS", 13));
+    MenuItem& ticked = pullDown->menu().addItemWithTitle("Default");
+    ticked.setState(1);
+    ticked.setImage(Image::withBitmap(Bitmap{1, 1, std::vector<std::uint8_t>(4, 0)}));
+    window.contentView()->addSubview(pullDown);
+    QtWindowMirror mirror(window);
+    auto* button = qobject_cast<QPushButton*>(mirror.mirrorOf(pullDown.get())->widget());
+    ASSERT_NE(button, nullptr);
+    emit button->menu()->aboutToShow();
+    const QList<QAction*> actions = button->menu()->actions();
+    ASSERT_EQ(actions.size(), 3);
+    EXPECT_EQ(actions[0]->font().family(), "DejaVu Sans");
+    EXPECT_NE(actions[1]->font().family(), "Standard Symbols PS");
+    EXPECT_TRUE(actions[2]->isChecked());
+    EXPECT_TRUE(actions[2]->icon().isNull()) << "no icon in the tick's place";
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "platform/linux/FontconfigCatalog.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <fontconfig/fontconfig.h>
+#include <sys/stat.h>
 #include <tuple>
 
 namespace vexto {
@@ -40,9 +42,37 @@ FcConfig* loadConfig(const std::string& configFile)
     return config;
 }
 
+// The latest change to any folder fontconfig takes fonts from, to the nanosecond: installing or
+// removing a font changes its folder. (fontconfig's own check counts whole seconds, and so misses
+// a font installed in the second the list was read.)
+std::int64_t newestFontFolderTime(FcConfig* config)
+{
+    std::int64_t newest = 0;
+    FcStrList* folders = FcConfigGetFontDirs(config);
+    for (FcChar8* folder = folders != nullptr ? FcStrListNext(folders) : nullptr; folder != nullptr;
+         folder = FcStrListNext(folders)) {
+        struct stat info {};
+        if (::stat(reinterpret_cast<const char*>(folder), &info) == 0) {
+            newest = std::max<std::int64_t>(newest, std::int64_t(info.st_mtim.tv_sec) * 1000000000 +
+                                                        info.st_mtim.tv_nsec);
+        }
+    }
+    if (folders != nullptr) {
+        FcStrListDone(folders);
+    }
+    return newest;
+}
+
 } // namespace
 
 FontconfigCatalog::FontconfigCatalog(const std::string& configFile) : configFile_(configFile) {}
+
+FontconfigCatalog::~FontconfigCatalog()
+{
+    if (config_ != nullptr) {
+        FcConfigDestroy(config_);
+    }
+}
 
 void FontconfigCatalog::loadIfNeeded() const
 {
@@ -54,6 +84,8 @@ void FontconfigCatalog::loadIfNeeded() const
     if (config == nullptr) {
         return;
     }
+    config_ = config;
+    foldersTime_ = newestFontFolderTime(config);
     FcPattern* all = FcPatternCreate();
     FcObjectSet* objects =
         FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_POSTSCRIPT_NAME, FC_FULLNAME, FC_WEIGHT, FC_SLANT,
@@ -92,11 +124,17 @@ void FontconfigCatalog::loadIfNeeded() const
     }
     FcObjectSetDestroy(objects);
     FcPatternDestroy(all);
-    FcConfigDestroy(config);
 }
 
 std::vector<std::string> FontconfigCatalog::availableFontFamilies() const
 {
+    if (config_ != nullptr && newestFontFolderTime(config_) != foldersTime_) {
+        FcConfigDestroy(config_);
+        config_ = nullptr;
+        loaded_ = false;
+        families_.clear();
+        byFontName_.clear();
+    }
     loadIfNeeded();
     std::vector<std::string> names;
     for (const auto& [family, members] : families_) {
