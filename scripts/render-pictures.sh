@@ -11,8 +11,9 @@ trap 'rm -rf "$home"' EXIT
 for language in en_US de_DE; do
     folder="$pictures/${language%_*}"
     rm -rf "$folder"
-    # A home of its own: the pictures show the defaults, and no desktop is reached.
+    # A home of its own and processes of its own: the pictures show the defaults whatever runs on
+    # this machine (a daemon of the user's included), and no desktop is reached.
     env -u DISPLAY -u WAYLAND_DISPLAY HOME="$home" LC_ALL="$language.UTF-8" \
-        QT_QPA_PLATFORM=offscreen dbus-run-session -- "$build/vexto-prefs" --screenshot "$folder" \
-        2>/dev/null
+        QT_QPA_PLATFORM=offscreen tests/support/own-pid-namespace.sh \
+        dbus-run-session -- "$build/vexto-prefs" --screenshot "$folder" 2>/dev/null
 done
