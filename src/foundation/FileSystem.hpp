@@ -16,9 +16,8 @@ public:
     // cause in `reason`: the system's text for the error, what the path is when it is not a
     // regular file ("is a FIFO", "is a directory", "is a device", ...), or `tooLarge`. Nothing but
     // a regular file is read, and opening never waits (a FIFO without a writer would hang it).
-    static std::optional<std::vector<std::uint8_t>> readFile(const std::string& path,
-                                                             std::size_t maximumBytes,
-                                                             std::string* reason = nullptr);
+    static std::optional<std::vector<std::uint8_t>>
+    readFile(const std::string& path, std::size_t maximumBytes, std::string* reason = nullptr);
     static constexpr const char* tooLarge = "too large";
     // Size in bytes; 0 when the file does not exist.
     static std::uint64_t fileSize(const std::string& path);
