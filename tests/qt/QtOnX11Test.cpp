@@ -4,6 +4,7 @@
 #include "../pane/PaneTestFixture.hpp"
 #include "../platform/WindowManager.hpp"
 #include "../platform/XvfbServer.hpp"
+#include "PaneWindow.hpp"
 #include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/PopUpButton.hpp"
@@ -81,10 +82,7 @@ protected:
         PaneEnvironment environment{loop, center, desktop, desktop, desktop, nullptr};
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
-        const Rect content = main->frame();
-        window = std::make_unique<Window>(Rect(0, 0, content.width(), content.height()));
-        window->setContentView(main->shared_from_this());
-        window->makeKeyAndOrderFront();
+        window = test::paneWindowAround(*main);
         mirror = std::make_unique<QtWindowMirror>(*window);
         mirror->closeOnStandardKeys();
         mirror->widget()->show();

@@ -1,6 +1,7 @@
 // The whole pane in a mirrored Qt window: real Qt key presses reach the hot-key field through the
 // application's key tap and the field records, labels and saves them.
 #include "../pane/PaneTestFixture.hpp"
+#include "PaneWindow.hpp"
 #include "QtTestApplication.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
@@ -38,10 +39,7 @@ protected:
         environment.keyTaps = &qtTaps;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
-        const Rect content = main->frame();
-        window = std::make_unique<Window>(Rect(0, 0, content.width(), content.height()));
-        window->setContentView(main->shared_from_this());
-        window->makeKeyAndOrderFront();
+        window = test::paneWindowAround(*main);
         o().settingsTabView->selectTabViewItemWithIdentifier("triggers");
         mirror = std::make_unique<QtWindowMirror>(*window);
         mirror->widget()->show();
