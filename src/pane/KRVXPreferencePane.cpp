@@ -36,6 +36,7 @@
 #include "widgets/ViewLayout.hpp"
 
 #include <cmath>
+#include <utility>
 
 namespace vexto {
 
@@ -278,7 +279,7 @@ void KRVXPreferencePane::willSelect()
     namespace names = daemonnotifications;
     environment_.distributedCenter.addObserver(
         this, names::named(names::updatePane),
-        [this](const auto&, const auto&) { updateEnabledStatus(); }, true);
+        [this](const auto&, const auto&) { updateEnabledStatusAtOnce(); }, true);
     environment_.distributedCenter.addObserver(
         this, names::named(names::updatePaneSoon),
         [this](const auto&, const auto&) { updateEnabledStatusSoon(); }, true);
@@ -339,6 +340,23 @@ void KRVXPreferencePane::updateEnabledStatus()
     const bool enabled = isEnabled();
     showEnabledState(enabled);
     KRVXRemoteSparkleWrapper::sharedSparkleWrapper().updateControlsForDaemonEnabled(enabled);
+}
+
+void KRVXPreferencePane::updateEnabledStatusAtOnce()
+{
+    if (refreshedThisTurn_) {
+        refreshAskedAgain_ = true;
+        return;
+    }
+    updateEnabledStatus();
+    refreshedThisTurn_ = true;
+    environment_.runLoop.performAfterDelay(this, "endOfRefreshTurn", {}, 0.0,
+                                           RunLoopModes{RunLoopMode::Default}, [this] {
+                                               refreshedThisTurn_ = false;
+                                               if (std::exchange(refreshAskedAgain_, false)) {
+                                                   updateEnabledStatus();
+                                               }
+                                           });
 }
 
 void KRVXPreferencePane::updateEnabledStatusSoon()

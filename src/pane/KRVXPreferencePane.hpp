@@ -133,6 +133,9 @@ public:
     // Shows whether the daemon runs, on the Enable button and the update controls.
     void updateEnabledStatus();
     void updateEnabledStatusSoon();
+    // The daemon's ": Update Pane": refreshes at once, but a flood of them within one turn of
+    // the run loop costs one more refresh at the turn's end, not one each.
+    void updateEnabledStatusAtOnce();
     // The banner asking for assistive access, and the Spaces controls.
     void updateForSpacesAndAssistiveDevicesAccess(bool assistiveAccessEnabled);
 
@@ -228,6 +231,8 @@ private:
     std::unique_ptr<KeyEventTap> keyEventTap_;
     // What the process model used before this pane gave it its process list.
     std::optional<int> processPlatformToken_;
+    bool refreshedThisTurn_ = false;
+    bool refreshAskedAgain_ = false;
     // As wide as the controls' texts need; the usual width unless a language needs more.
     double minimumContentWidth_ = firstGuessWidth;
 };

@@ -157,6 +157,27 @@ TEST_F(DaemonAndSystemStatusTest, ADaemonsEndIsShownAtOnce)
     EXPECT_EQ(processes.exitWatchCount(), 0u);
 }
 
+// A flood of ": Update Pane" is answered at once, then once more when the flood is over: each
+// refresh looks at the process list, and thousands of them would stall the pane.
+TEST_F(DaemonAndSystemStatusTest, AFloodOfRefreshRequestsCostsTwoLooks)
+{
+    open();
+    loop.advance(0);
+    processes.add({.pid = 42, .name = "vextodaemon"});
+    const int before = processes.getNextProcessCalls;
+    for (int signal = 0; signal < 1000; ++signal) {
+        center.deliver("app.vexto.preferences: Update Pane");
+    }
+    EXPECT_EQ(o().enableButton->state(), Button::onState) << "the first is answered at once";
+    const int during = processes.getNextProcessCalls - before;
+    processes.remove(42);
+    loop.advance(0);
+    EXPECT_EQ(o().enableButton->state(), Button::offState) << "the last is answered too";
+    const int walks = processes.getNextProcessCalls - before;
+    EXPECT_LE(walks, 2 * during + 2) << "two looks, not a thousand";
+    EXPECT_LT(walks, 20);
+}
+
 TEST_F(DaemonAndSystemStatusTest, ADaemonThatCannotBeStartedEndsInTheFatalErrorAlert)
 {
     desktop.openFileHandler = [](const std::string&) {
