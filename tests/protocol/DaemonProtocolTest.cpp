@@ -25,6 +25,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -258,6 +259,33 @@ TEST_F(DaemonProtocolTest, UpdateRequestsReachTheDaemonAndItsAnswerIsShown)
         runUntil([&] { return o().autoUpdateCheckingSwitch->state() == Button::offState; }, 3.0));
     loop.runFor(0.2);
     EXPECT_EQ(o().autoUpdateCheckingSwitch->state(), Button::offState);
+}
+
+// The daemon's own file: a damaged one is kept aside before the daemon writes it anew, and what
+// writes cut short left beside it goes when the daemon starts.
+TEST_F(DaemonProtocolTest, TheDaemonKeepsADamagedStatusFileAsideAndRemovesLeftovers)
+{
+    const std::string preferences = home.file("Library/Preferences");
+    std::filesystem::create_directories(preferences);
+    test::writeText(preferences + "/app.vexto.preferences.plist", "<plist><dict><key>");
+    test::writeText(preferences + "/app.vexto.preferences.plist.Ab12Cd", "half a write");
+    test::writeText(preferences + "/app.vexto.preferences.plist.notes", "the user's");
+    open();
+    o().enableButton->performClick();
+    ASSERT_TRUE(runUntil([&] { return o().checkNowButton->isEnabled(); }, 3.0));
+    o().checkNowButton->performClick();
+    ASSERT_TRUE(
+        runUntil([&] { return o().statusTextField->stringValue() == "Vexto is up to date"; }, 3.0));
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(preferences)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    ASSERT_EQ(names.size(), 3u) << "the new file, the damaged one kept, the user's own";
+    EXPECT_EQ(names[0], "app.vexto.preferences.plist");
+    EXPECT_EQ(names[1].rfind("app.vexto.preferences.plist.damaged-", 0), 0u);
+    EXPECT_EQ(names[2], "app.vexto.preferences.plist.notes");
+    EXPECT_EQ(logged("settings file could not be used ("), 1u);
 }
 
 TEST_F(DaemonProtocolTest, WithoutASessionBusThePaneStillStartsTheDaemon)

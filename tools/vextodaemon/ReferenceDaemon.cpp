@@ -9,6 +9,7 @@
 #include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
+#include "pane/SettingsFileRecovery.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "system/DaemonNotifications.hpp"
@@ -107,6 +108,8 @@ void ReferenceDaemon::start()
             followInstruction(object);
         },
         true);
+    // What writes cut short by an earlier end of this daemon left beside its defaults.
+    SettingsFileRecovery::removeLeftoversOfInterruptedSaves(defaultsPath());
     Log::line("vextodaemon " + currentShortVersion() + " started; it cycles no windows");
     center_.post(names::named(names::updatePane), std::nullopt);
 }
@@ -198,9 +201,21 @@ void ReferenceDaemon::checkNow()
     }
 }
 
+// A file that cannot be used is kept aside, as the pane keeps a damaged settings file, before the
+// next write replaces it: nothing the user had is lost unseen.
 PlistDictionary ReferenceDaemon::readDefaults() const
 {
-    return deeplyMutableDictionaryWithContentsOfFile(defaultsPath()).value_or(PlistDictionary{});
+    const std::string path = defaultsPath();
+    if (!FileSystem::exists(path)) {
+        return {};
+    }
+    auto read = PropertyListCodec::readFile(path);
+    if (read.value && read.value->isDictionary()) {
+        return std::move(*read.value->asDictionary());
+    }
+    SettingsFileRecovery::keepAside(path, read.value ? "not a dictionary" : read.error,
+                                    std::time(nullptr));
+    return {};
 }
 
 bool ReferenceDaemon::writeDefaults(const PlistDictionary& defaults) const
