@@ -1,10 +1,11 @@
 // vextodaemon for Linux: the reference daemon the pane starts, restarts and talks to. It runs
-// until the pane asks it to quit, or SIGTERM or SIGINT arrives, and logs what it does to the
-// system log and to ~/Library/Logs/vextodaemon.log. Where a display can be reached it loads its
+// until the pane asks it to quit, or SIGTERM or SIGINT arrives, and logs what it does to
+// ~/Library/Logs/vextodaemon.log and standard error. Where a display can be reached it loads its
 // Qt module and shows sample panels; without one it only logs that they are due.
 //
 //   vextodaemon --render-sample SETTINGS-OR-LAYOUT PNG [SCREEN-WIDTH]
 // draws the sample panel for a settings or layout file into a picture instead, and exits.
+#include "DaemonLog.hpp"
 #include "DaemonQtFront.hpp"
 #include "ReferenceDaemon.hpp"
 #include "SampleAppearance.hpp"
@@ -32,7 +33,6 @@ using namespace vexto;
 
 namespace {
 
-constexpr long longestLog = 1024 * 1024;
 constexpr double pictureScreenWidth = 1280;
 
 int stopSignals = -1;
@@ -67,20 +67,14 @@ void* qtModule()
     return module;
 }
 
-// Lines go to the log file as well as the system log; the file starts again past 1 MiB.
-void logToFile()
+// Lines go to the log file (bounded, see DaemonLog) as well as standard error.
+void logToFile(DaemonLog*& log)
 {
     const std::string folder = HomeDirectory::expandTilde("~/Library/Logs");
     FileSystem::createDirectories(folder);
-    const std::string path = FileSystem::join(folder, "vextodaemon.log");
-    if (FileSystem::fileSize(path) > longestLog) {
-        FileSystem::moveFile(path, path + ".old");
-    }
-    Log::setSink([path](const std::string& line) {
-        if (std::FILE* file = std::fopen(path.c_str(), "a")) {
-            std::fprintf(file, "%s\n", line.c_str());
-            std::fclose(file);
-        }
+    log = new DaemonLog(FileSystem::join(folder, "vextodaemon.log"));
+    Log::setSink([log](const std::string& line) {
+        log->write(line);
         std::fprintf(stderr, "%s\n", line.c_str());
     });
 }
@@ -157,7 +151,8 @@ int main(int argc, char** argv)
     sigaddset(&stops, SIGINT);
     ::sigprocmask(SIG_BLOCK, &stops, nullptr);
     stopSignals = ::signalfd(-1, &stops, SFD_CLOEXEC | SFD_NONBLOCK);
-    logToFile();
+    DaemonLog* log = nullptr;
+    logToFile(log);
 
     int status = 0;
     // Qt ends the process when a display named cannot be reached: it is tried first.
@@ -173,5 +168,7 @@ int main(int argc, char** argv)
         status = runDaemon(loop, loop, nullptr);
     }
     ::close(stopSignals);
+    Log::clearSink();
+    delete log; // says how often the last line was repeated
     return status;
 }
