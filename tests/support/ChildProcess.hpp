@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <string>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -25,6 +26,9 @@ public:
         }
         pid_ = ::fork();
         if (pid_ == 0) {
+            // A test that crashes ends its servers too: they would outlive it, holding the test
+            // runner's output pipe open, and the run would wait for them for ever.
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::close(fds[0]);
             std::vector<char*> argv;
             for (std::string& argument : arguments) {
