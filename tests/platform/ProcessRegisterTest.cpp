@@ -18,7 +18,10 @@
 namespace vexto {
 namespace {
 
-constexpr const char* registered = "vexto-entered";
+// A name of this test process's own (at most 15 bytes, as the kernel keeps them): the walks see
+// every process of the user, other tests running beside this one included.
+const std::string registeredName = "vxr-" + std::to_string(::getpid());
+const char* const registered = registeredName.c_str();
 
 // A process of the test that enters itself under a name and waits; `enters` false makes one
 // that only bears the name.
@@ -137,10 +140,11 @@ TEST_F(ProcessRegisterTest, OnlyAPrivateFolderIsTrustedAndStrayFilesAreIgnored)
 {
     Entrant entrant(registered, true);
     ASSERT_TRUE(entrant.entered());
-    for (const char* stray : {"vexto-entered.12a", ".vexto-entered.1", "vexto-entered.", "x"}) {
+    for (const std::string& stray : {registeredName + ".12a", "." + registeredName + ".1",
+                                     registeredName + ".", std::string("x")}) {
         std::ofstream(folder() + "/" + stray) << "1";
     }
-    std::filesystem::create_symlink("/dev/null", folder() + "/vexto-entered.1");
+    std::filesystem::create_symlink("/dev/null", folder() + "/" + registeredName + ".1");
     EXPECT_EQ(found(), std::vector<int>{entrant.pid()});
 
     // A folder others may enter could hold anyone's entries: the list is walked instead.
