@@ -2,7 +2,7 @@
 # Files that are not regular files in the place of the files the pane reads (a FIFO, a folder, a
 # link to a device): the pane reads none of them, never waits on one, and keeps the settings file
 # aside with the reason, as it does with a damaged one.
-#   special-files.sh HOST BUNDLE
+#   non-regular-files.sh HOST BUNDLE
 set -u
 unset DISPLAY WAYLAND_DISPLAY
 host=$1 bundle=$2
