@@ -88,14 +88,10 @@ int runWindow(QApplication& application, PaneHost& host, QtWindowMirror& mirror)
 extern "C" __attribute__((visibility("default"))) int
 vexto_run_qt_front(const HostRun::Options* options, int argc, char** argv)
 {
-    const bool hasDisplay =
-        std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
-    if ((options->screenshotFolder || options->script || !hasDisplay) &&
+    // The host has made sure a window can be shown; pictures and scripts are drawn offscreen.
+    if ((options->screenshotFolder || options->script) &&
         std::getenv("QT_QPA_PLATFORM") == nullptr) {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    }
-    if (!hasDisplay && !options->screenshotFolder && !options->script) {
-        return HostRun::usage("no display: use --screenshot DIR, --script FILE or --headless");
     }
     QApplication application(argc, argv);
     QApplication::setDesktopFileName("app.vexto.Preferences");

@@ -45,10 +45,13 @@ int runHeadless(const HostRun::Options& options)
     return HostRun::success;
 }
 
-// Qt answers a display it cannot open by aborting the program. Pictures and scripts need no
-// screen, so they are drawn offscreen then; a window cannot be shown, which is said in one line.
-bool displayCanBeUsed(const HostRun::Options& options)
+// Qt answers a display it cannot open by aborting the program: a window that cannot be shown is
+// said in one line instead. (Pictures and scripts are drawn offscreen, with a display or without.)
+bool windowCanBeShown(const HostRun::Options& options)
 {
+    if (options.screenshotFolder || options.script) {
+        return true;
+    }
     const char* platform = std::getenv("QT_QPA_PLATFORM");
     const char* wayland = std::getenv("WAYLAND_DISPLAY");
     if ((platform != nullptr && std::string_view(platform).substr(0, 3) != "xcb") ||
@@ -63,11 +66,6 @@ bool displayCanBeUsed(const HostRun::Options& options)
     }
     const std::string problem = named ? "cannot open display \"" + std::string(display) + "\""
                                       : std::string("no display (DISPLAY is not set)");
-    if (options.screenshotFolder || options.script) {
-        std::fprintf(stderr, "vexto-prefs: %s; drawing offscreen\n", problem.c_str());
-        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        return true;
-    }
     std::fprintf(stderr,
                  "vexto-prefs: %s: the window cannot be shown (use --headless, or --screenshot "
                  "DIR for pictures)\n",
@@ -77,7 +75,7 @@ bool displayCanBeUsed(const HostRun::Options& options)
 
 int runWithQt(const HostRun::Options& options, int argc, char** argv)
 {
-    if (!displayCanBeUsed(options)) {
+    if (!windowCanBeShown(options)) {
         return HostRun::failure;
     }
     const std::string module = FileSystem::join(HostRun::programFolder(), qtFrontModuleName);

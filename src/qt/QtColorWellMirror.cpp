@@ -144,19 +144,17 @@ private:
             ColorPanel::shared().userDidPickColor(picked);
         }
     }
-    // The sliders inside a view, with their values now.
-    static std::vector<std::pair<Slider*, double>> slidersOf(View* view)
+    // The sliders of an accessory view, with their values now.
+    static std::vector<std::pair<Slider*, double>> slidersOf(View* accessory)
     {
         std::vector<std::pair<Slider*, double>> found;
-        if (view == nullptr) {
+        if (accessory == nullptr) {
             return found;
         }
-        if (auto* slider = dynamic_cast<Slider*>(view)) {
-            found.emplace_back(slider, slider->doubleValue());
-        }
-        for (const auto& child : view->subviews()) {
-            const auto inside = slidersOf(child.get());
-            found.insert(found.end(), inside.begin(), inside.end());
+        for (const auto& child : accessory->subviews()) {
+            if (auto* slider = dynamic_cast<Slider*>(child.get())) {
+                found.emplace_back(slider, slider->doubleValue());
+            }
         }
         return found;
     }

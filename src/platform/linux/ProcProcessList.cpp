@@ -469,11 +469,10 @@ ProcProcessList::registeredProcessesNamed(std::string_view name)
     if (!pids) {
         return std::nullopt;
     }
+    // Whose each is, and its name, the process model asks as for any process.
     std::vector<ProcessSerialNumber> processes;
     for (const int pid : *pids) {
-        if (isOwn(pid)) {
-            processes.push_back(serialNumberForPID(pid));
-        }
+        processes.push_back(serialNumberForPID(pid));
     }
     return processes;
 }
