@@ -3,6 +3,7 @@
 #include "foundation/FileSystemCalls.hpp"
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <dirent.h>
@@ -163,8 +164,15 @@ std::uint64_t FileSystem::fileSize(const std::string& path)
     return ::stat(path.c_str(), &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
 }
 
-bool FileSystem::writeFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes)
+bool FileSystem::writeFileAtomically(const std::string& linkOrPath,
+                                     std::span<const std::uint8_t> bytes)
 {
+    const auto end = endOfLinks(linkOrPath);
+    if (!end) {
+        errno = ELOOP;
+        return false;
+    }
+    const std::string& path = *end;
     FileSystemCalls& calls = FileSystemCalls::current();
     const auto temporary = flushedTemporaryFile(calls, path, bytes);
     if (!temporary) {
@@ -193,6 +201,32 @@ bool FileSystem::writeFileAtomically(const std::string& path, std::span<const st
     }
     forgetPrevious();
     return true;
+}
+
+std::optional<std::string> FileSystem::endOfLinks(const std::string& path)
+{
+    constexpr int linksTheKernelFollows = 40;
+    std::string current = path;
+    for (int hop = 0; hop <= linksTheKernelFollows; ++hop) {
+        char target[PATH_MAX];
+        const ssize_t length = ::readlink(current.c_str(), target, sizeof target);
+        if (length < 0) {
+            // Not a link, not there, or not reachable: the write itself reports what is wrong.
+            return current;
+        }
+        if (static_cast<std::size_t>(length) == sizeof target) {
+            return std::nullopt;
+        }
+        const std::string next(target, static_cast<std::size_t>(length));
+        current = next.starts_with('/') ? next : join(folderOf(current), next);
+    }
+    return std::nullopt;
+}
+
+bool FileSystem::isSymbolicLink(const std::string& path)
+{
+    struct stat info {};
+    return ::lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
 }
 
 std::vector<std::string> FileSystem::namesInFolder(const std::string& folder)

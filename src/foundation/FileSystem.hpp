@@ -26,7 +26,15 @@ public:
     // target, then flushes the folder. Unless every step succeeds the target is left as it was
     // (when the folder cannot be flushed, the old file is put back) and nothing is left behind.
     // The temporary names are the target's name, a dot and six letters or digits.
+    // A symbolic link is followed: the file it ends at is replaced, in that file's own folder, and
+    // the link stays a link (people keep settings in their dotfiles). A looping chain of links
+    // refuses the write.
     static bool writeFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes);
+
+    // Where a chain of symbolic links starting at `path` ends: `path` itself when it is no link.
+    // The end need not exist. None when the chain loops or is longer than the kernel follows.
+    static std::optional<std::string> endOfLinks(const std::string& path);
+    static bool isSymbolicLink(const std::string& path);
 
     // The names of a folder's entries, in the order the file system gives them; empty when the
     // folder cannot be read.

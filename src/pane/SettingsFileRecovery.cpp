@@ -55,14 +55,28 @@ void removeAllButTheNewest(const std::string& folder, const std::string& prefix,
 
 } // namespace
 
-void SettingsFileRecovery::removeLeftoversOfInterruptedSaves(const std::string& settingsPath)
+namespace {
+
+void removeTemporariesBeside(const std::string& path)
 {
-    const std::string folder = FileSystem::folderOf(settingsPath);
-    const std::string settingsName = nameOf(settingsPath);
+    const std::string folder = FileSystem::folderOf(path);
+    const std::string settingsName = nameOf(path);
     for (const std::string& name : FileSystem::namesInFolder(folder)) {
         if (isTemporaryName(name, settingsName)) {
             FileSystem::removeFile(FileSystem::join(folder, name));
         }
+    }
+}
+
+} // namespace
+
+void SettingsFileRecovery::removeLeftoversOfInterruptedSaves(const std::string& settingsPath)
+{
+    removeTemporariesBeside(settingsPath);
+    // Saves through a link write their temporary file beside the file the link ends at.
+    const auto end = FileSystem::endOfLinks(settingsPath);
+    if (end && *end != settingsPath) {
+        removeTemporariesBeside(*end);
     }
 }
 

@@ -53,11 +53,22 @@ struct StoredSettings {
     std::string problem;
 };
 
+// Why a settings file that is a link cannot be read, in the person's terms; none when it is no
+// broken link.
+std::optional<std::string> brokenLink(const std::string& path)
+{
+    if (!FileSystem::isSymbolicLink(path) || FileSystem::exists(path)) {
+        return std::nullopt;
+    }
+    const auto end = FileSystem::endOfLinks(path);
+    return end ? "a link to " + *end + ", which does not exist" : "a link that loops";
+}
+
 StoredSettings readStoredSettings(const std::string& path)
 {
     auto read = PropertyListCodec::readFile(path);
     if (!read.value) {
-        return {std::nullopt, std::move(read.error)};
+        return {std::nullopt, brokenLink(path).value_or(std::move(read.error))};
     }
     if (PlistDictionary* dictionary = read.value->asDictionary()) {
         return {std::move(*dictionary), {}};
@@ -131,7 +142,7 @@ PlistDictionary& SettingsStore::revertedSettings(bool revert)
             // A file that is there but unusable is the person's, damaged: it is kept, never
             // overwritten. If it cannot be moved, the defaults stay in memory only.
             writeDefaults =
-                !FileSystem::exists(*path) ||
+                !(FileSystem::exists(*path) || FileSystem::isSymbolicLink(*path)) ||
                 SettingsFileRecovery::keepAside(*path, stored.problem, std::time(nullptr));
         }
     }

@@ -113,6 +113,40 @@ TEST(FileSystemTest, EveryFailingStepOfAnAtomicWriteLeavesTheOldFileAndNothingEl
     EXPECT_EQ(entriesIn(folder.path()), 0u);
 }
 
+TEST(FileSystemTest, AWriteThroughLinksReplacesTheFileTheyEndAtAndKeepsTheLinks)
+{
+    test::TemporaryFolder home;
+    test::TemporaryFolder dotfiles;
+    const std::string real = dotfiles.file("vexto.plist");
+    test::writeText(real, "old");
+    // Settings.plist -> relative link in the same folder -> absolute link into the dotfiles.
+    std::filesystem::create_symlink(real, home.file("middle"));
+    std::filesystem::create_symlink("middle", home.file("Settings.plist"));
+
+    ASSERT_TRUE(FileSystem::writeFileAtomically(home.file("Settings.plist"), test::bytesOf("new")));
+    EXPECT_EQ(test::readText(real), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(home.file("Settings.plist")));
+    EXPECT_TRUE(std::filesystem::is_symlink(home.file("middle")));
+    EXPECT_EQ(entriesIn(home.path()), 2u);
+    EXPECT_EQ(entriesIn(dotfiles.path()), 1u) << "the temporary file went beside the real one";
+
+    // A link to a file not there yet creates it where the link points.
+    std::filesystem::remove(real);
+    ASSERT_TRUE(FileSystem::writeFileAtomically(home.file("Settings.plist"), test::bytesOf("x")));
+    EXPECT_EQ(test::readText(real), "x");
+
+    // Loops, of one link or of two, refuse the write and stay as they were.
+    std::filesystem::create_symlink("self", home.file("self"));
+    std::filesystem::create_symlink("b", home.file("a"));
+    std::filesystem::create_symlink("a", home.file("b"));
+    for (const char* name : {"self", "a"}) {
+        EXPECT_FALSE(FileSystem::writeFileAtomically(home.file(name), test::bytesOf("x")));
+        EXPECT_EQ(FileSystem::endOfLinks(home.file(name)), std::nullopt);
+    }
+    EXPECT_EQ(entriesIn(home.path()), 5u);
+    EXPECT_EQ(std::filesystem::read_symlink(home.file("a")), "b");
+}
+
 TEST(FileSystemTest, ReadsWithinTheBoundOnly)
 {
     test::TemporaryFolder folder;

@@ -173,6 +173,54 @@ TEST_F(SettingsStoreTest, LoadingRemovesWhatInterruptedSavesLeftAndNothingElse)
                                         "Settings.plist.damaged-20000101-000000"}));
 }
 
+TEST_F(SettingsStoreTest, ASettingsFileKeptInDotfilesIsReadAndSavedThroughItsLink)
+{
+    test::TemporaryFolder dotfiles;
+    const std::string real = dotfiles.file("vexto.plist");
+    test::writeText(
+        real, *PropertyListCodec::xmlFrom(PlistDictionary{{std::string(keys::panelDelay), 700}}));
+    test::writeText(dotfiles.file("vexto.plist.Ab12Cd"), "left by a save cut short");
+    std::filesystem::create_directories(home.file("Library/Application Support/Vexto"));
+    std::filesystem::create_symlink(real, settingsFile());
+
+    auto store = makeStore();
+    EXPECT_EQ(store->integerForSetting(keys::panelDelay, 0), 700);
+    store->setValue(PlistValue(800), keys::panelDelay);
+    EXPECT_TRUE(std::filesystem::is_symlink(settingsFile()));
+    EXPECT_EQ(namesIn(dotfiles.path()), std::vector<std::string>{"vexto.plist"});
+    EXPECT_NE(test::readText(real).find("<integer>800</integer>"), std::string::npos);
+    EXPECT_TRUE(alerts.empty());
+}
+
+TEST_F(SettingsStoreTest, ADanglingOrLoopingLinkIsKeptAsideAndTheDefaultsTakeItsPlace)
+{
+    const std::string folder = home.file("Library/Application Support/Vexto");
+    const std::pair<std::string, std::string> links[] = {
+        {"/nonexistent/vexto.plist", "a link to /nonexistent/vexto.plist, which does not exist"},
+        {"Settings.plist", "a link that loops"},
+    };
+    for (const auto& [target, reason] : links) {
+        SCOPED_TRACE(reason);
+        std::filesystem::remove_all(home.file("Library"));
+        std::filesystem::create_directories(folder);
+        std::filesystem::create_symlink(target, settingsFile());
+        std::vector<std::string> logged;
+        Log::setSink([&](const std::string& line) { logged.push_back(line); });
+        auto store = makeStore();
+        EXPECT_EQ(store->settings(), shippedDefaults);
+        Log::clearSink();
+        EXPECT_FALSE(std::filesystem::is_symlink(settingsFile()));
+        EXPECT_EQ(fileText(), *PropertyListCodec::xmlFrom(shippedDefaults));
+        const auto names = namesIn(folder);
+        ASSERT_EQ(names.size(), 2u);
+        EXPECT_EQ(std::filesystem::read_symlink(folder + "/" + names[1]), target);
+        ASSERT_EQ(logged.size(), 1u);
+        EXPECT_EQ(logged[0], "[Vexto] settings file could not be used (" + reason +
+                                 "); kept it as " + names[1]);
+        EXPECT_TRUE(alerts.empty());
+    }
+}
+
 TEST_F(SettingsStoreTest, ASaveThatFailsAtAnyStepAlertsAndLosesNothing)
 {
     auto store = makeStore();
