@@ -28,7 +28,8 @@ public:
     // Notifications from other processes, and moves to another desktop, arrive through the
     // front's run loop.
     explicit LinuxPaneServices(DescriptorWatcher& loop)
-        : center_(loop), display_(NoDisplay::isNamed() ? DesktopServices::shared() : nullptr),
+        : center_(loop), desktop_(&loop),
+          display_(NoDisplay::isNamed() ? DesktopServices::shared() : nullptr),
           processes_(display_ != nullptr ? &display_->windows()
                                          : static_cast<ProcessWindows*>(&noDisplay_),
                      &loop)

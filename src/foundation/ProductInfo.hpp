@@ -16,6 +16,9 @@ inline constexpr std::string_view layoutsFolderName = "Layouts";
 inline constexpr std::string_view settingsFileName = "Settings.plist";
 // The daemon's process name, by which the pane finds it.
 inline constexpr std::string_view daemonProcessName = "vextodaemon";
+// Where the daemon tells what it does, and why it stopped.
+inline constexpr std::string_view daemonLogFolder = "~/Library/Logs";
+inline constexpr std::string_view daemonLogFileName = "vextodaemon.log";
 inline constexpr std::string_view defaultSettingsFileName = "KRVXDefaultSettings.plist";
 
 } // namespace vexto::product

@@ -69,8 +69,11 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
                                   }}),
       daemon_(environment.distributedCenter, environment.runLoop, environment.workspace,
               DaemonControl::Hooks{[this] { return daemonPath(); },
-                                   [this] {
-                                       updateEnabledStatus();
+                                   [this] { updateEnabledStatus(); },
+                                   [this](const std::string& why) {
+                                       KRVXRunAlertPanel(KRVXLocalizedString("Vexto - Error"), why,
+                                                         KRVXLocalizedString("OK"), "", "",
+                                                         mainView_ ? mainView_->window() : nullptr);
                                    }})
 {
     daemon_.setLooksOnly(environment.drawingOnly);

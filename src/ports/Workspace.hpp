@@ -1,5 +1,8 @@
 #pragma once
 
+#include "ports/ApplicationEnd.hpp"
+
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -15,6 +18,12 @@ public:
     // caller stays in front.
     virtual bool openFile(const std::string& path, const std::optional<std::string>& application,
                           bool deactivate) = 0;
+    // Called from the run loop whenever a program this workspace started ends; none stops the
+    // calls. A workspace that cannot tell never calls it.
+    virtual void setApplicationEndedHandler(std::function<void(const ApplicationEnd&)> handler)
+    {
+        (void)handler;
+    }
 };
 
 } // namespace vexto

@@ -1,6 +1,7 @@
 #include "system/DaemonControl.hpp"
 
 #include "foundation/Log.hpp"
+#include "ports/ApplicationEnd.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "ports/ProcessSignals.hpp"
 #include "ports/RunLoop.hpp"
@@ -26,10 +27,14 @@ bool& singletonRestartDaemonOnce()
 DaemonControl::DaemonControl(DistributedNotificationCenter& center, RunLoop& runLoop,
                              Workspace& workspace, Hooks hooks)
     : center_(center), runLoop_(runLoop), workspace_(workspace), hooks_(std::move(hooks))
-{}
+{
+    workspace_.setApplicationEndedHandler(
+        [this](const ApplicationEnd& end) { applicationEnded(end); });
+}
 
 DaemonControl::~DaemonControl()
 {
+    workspace_.setApplicationEndedHandler(nullptr);
     runLoop_.cancelPreviousPerformRequests(this);
 }
 
@@ -43,6 +48,9 @@ bool DaemonControl::launchDaemon()
     const std::string path = hooks_.daemonPath ? hooks_.daemonPath() : std::string();
     for (int attempt = 0; attempt < launchAttempts; ++attempt) {
         if (workspace_.openFile(path, std::nullopt, false)) {
+            launchedPath_ = path;
+            launchedAt_ = runLoop_.now();
+            quitAsked_ = false;
             return true;
         }
         runLoop_.sleep(launchRetryDelay);
@@ -125,8 +133,27 @@ void DaemonControl::stopWatching()
     watchedPID_ = -1;
 }
 
+void DaemonControl::applicationEnded(const ApplicationEnd& end)
+{
+    if (end.path != launchedPath_ || quitAsked_ || runLoop_.now() - launchedAt_ > startingPeriod) {
+        return;
+    }
+    launchedPath_.clear();
+    const std::string why = std::string(daemonProcessName) + " stopped right after starting (" +
+                            end.cause + "); see " + std::string(product::daemonLogFolder) + "/" +
+                            std::string(product::daemonLogFileName);
+    Log::line(why);
+    if (hooks_.updateEnabledStatus) {
+        hooks_.updateEnabledStatus();
+    }
+    if (hooks_.reportStoppedAtOnce) {
+        hooks_.reportStoppedAtOnce(why);
+    }
+}
+
 void DaemonControl::quitDaemon()
 {
+    quitAsked_ = true;
     namespace names = daemonnotifications;
     center_.post(names::named(names::quitDaemon), std::nullopt);
 }

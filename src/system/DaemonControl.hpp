@@ -9,6 +9,7 @@
 
 namespace vexto {
 
+struct ApplicationEnd;
 class DistributedNotificationCenter;
 class RunLoop;
 class Workspace;
@@ -20,12 +21,16 @@ public:
     static constexpr int launchAttempts = 10;
     static constexpr double launchRetryDelay = 1.0;
     static constexpr double relaunchPollDelay = 1.0;
+    // A daemon this pane started that ends sooner than this, unasked, did not really start.
+    static constexpr double startingPeriod = 10.0;
 
     struct Hooks {
         // The daemon bundle among the pane's resources, looked up afresh each time.
         std::function<std::string()> daemonPath;
         // Refreshes what the pane shows of the daemon's state.
         std::function<void()> updateEnabledStatus;
+        // Tells the person, in an alert, why the daemon stopped right after starting.
+        std::function<void(const std::string& why)> reportStoppedAtOnce;
     };
 
     DaemonControl(DistributedNotificationCenter& center, RunLoop& runLoop, Workspace& workspace,
@@ -34,7 +39,9 @@ public:
     DaemonControl(const DaemonControl&) = delete;
     DaemonControl& operator=(const DaemonControl&) = delete;
 
-    // Opens the daemon bundle, trying up to ten times a second apart (this blocks).
+    // Opens the daemon bundle, trying up to ten times a second apart (this blocks). A daemon that
+    // then ends within the starting period, unasked, is reported with its cause, and what the
+    // pane shows is refreshed at once.
     bool launchDaemon();
     // Waits, a second at a time and for as long as it takes, until no daemon runs, then launches
     // one.
@@ -64,6 +71,7 @@ public:
 private:
     void scheduleRelaunch();
     void watch(int pid);
+    void applicationEnded(const ApplicationEnd& end);
 
     DistributedNotificationCenter& center_;
     RunLoop& runLoop_;
@@ -73,6 +81,9 @@ private:
     bool relaunching_ = false;
     bool looksOnly_ = false;
     int watchedPID_ = -1;
+    std::string launchedPath_;
+    double launchedAt_ = 0;
+    bool quitAsked_ = false;
     std::shared_ptr<void> exitWatch_;
 };
 

@@ -131,7 +131,7 @@ protected:
     test::TemporaryFolder home;
     PollRunLoop loop;
     std::optional<DBusDistributedNotificationCenter> center;
-    LinuxDesktop desktop;
+    LinuxDesktop desktop{&loop};
     ProcProcessList processes{nullptr, &loop};
     PreferencesFolder preferences;
     FakeAccessibilityStatus access;
@@ -156,14 +156,17 @@ TEST_F(DaemonProtocolTest, EnableStartsTheDaemonAndAClickMoreStopsIt)
     EXPECT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 0.5));
     EXPECT_EQ(logged("vextodaemon quits: the pane asked"), 1u);
 
-    // A daemon that dies unasked is seen at once too.
+    // A daemon that dies unasked is seen at once too, and so soon after its start, said why.
+    EXPECT_TRUE(alerts.shown.empty());
     o().enableButton->performClick();
     ASSERT_TRUE(runUntil([&] { return o().enableButton->title() == "Disable Vexto"; }, 3.0));
     ASSERT_EQ(daemonPIDs().size(), 1u);
     ::kill(daemonPIDs()[0], SIGKILL);
     EXPECT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 0.5));
     EXPECT_FALSE(o().checkNowButton->isEnabled());
-    EXPECT_TRUE(alerts.shown.empty());
+    ASSERT_EQ(alerts.shown.size(), 1u);
+    EXPECT_EQ(alerts.shown[0].message, "vextodaemon stopped right after starting (SIGKILL); see "
+                                       "~/Library/Logs/vextodaemon.log");
 }
 
 TEST_F(DaemonProtocolTest, DaemonsFromBeforeAreReplacedOnceAtTheFirstLook)

@@ -47,9 +47,11 @@ protected:
     int refreshes = 0;
     DaemonControl daemon{center, loop, desktop,
                          DaemonControl::Hooks{[] { return std::string("/pane/vextodaemon.app"); },
-                                              [this] {
-                                                  ++refreshes;
+                                              [this] { ++refreshes; },
+                                              [this](const std::string& why) {
+                                                  reports.push_back(why);
                                               }}};
+    std::vector<std::string> reports;
     std::vector<std::string> logged;
     bool launches = true;
     int nextPID = 700;
@@ -122,6 +124,30 @@ TEST_F(DaemonControlTest, AFailedRestartRefreshesAndSaysSo)
     EXPECT_EQ(refreshes, 1);
     EXPECT_EQ(countLogged("[Vexto] could not restart vextodaemon"), 1u);
     EXPECT_FALSE(daemon.isEnabled());
+}
+
+TEST_F(DaemonControlTest, ADaemonEndingRightAfterItsStartIsReportedWithItsCause)
+{
+    const std::string bundle = "/pane/vextodaemon.app";
+    const std::string why = "vextodaemon stopped right after starting (SIGSEGV); see "
+                            "~/Library/Logs/vextodaemon.log";
+    ASSERT_TRUE(daemon.launchDaemon());
+    loop.advance(9.0);
+    desktop.endApplication({"/elsewhere/other.app", 1, "exit status 1"});
+    EXPECT_TRUE(reports.empty()) << "another program's end is not the daemon's";
+    desktop.endApplication({bundle, 700, "SIGSEGV"});
+    EXPECT_EQ(reports, std::vector<std::string>{why});
+    EXPECT_EQ(countLogged("[Vexto] " + why), 1u);
+    EXPECT_EQ(refreshes, 1) << "the button shows it at once, not three seconds later";
+
+    // Ends the pane asked for, or long after the start, are no surprise: nothing is said.
+    ASSERT_TRUE(daemon.launchDaemon());
+    daemon.quitDaemon();
+    desktop.endApplication({bundle, 701, "exit status 0"});
+    ASSERT_TRUE(daemon.launchDaemon());
+    loop.advance(DaemonControl::startingPeriod + 1);
+    desktop.endApplication({bundle, 702, "SIGKILL"});
+    EXPECT_EQ(reports.size(), 1u);
 }
 
 } // namespace

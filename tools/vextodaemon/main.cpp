@@ -70,9 +70,9 @@ void* qtModule()
 // Lines go to the log file (bounded, see DaemonLog) as well as standard error.
 void logToFile(DaemonLog*& log)
 {
-    const std::string folder = HomeDirectory::expandTilde("~/Library/Logs");
+    const std::string folder = HomeDirectory::expandTilde(std::string(product::daemonLogFolder));
     FileSystem::createDirectories(folder);
-    log = new DaemonLog(FileSystem::join(folder, "vextodaemon.log"));
+    log = new DaemonLog(FileSystem::join(folder, std::string(product::daemonLogFileName)));
     Log::setSink([log](const std::string& line) {
         log->write(line);
         std::fprintf(stderr, "%s\n", line.c_str());

@@ -31,6 +31,18 @@ public:
         return openFileHandler ? openFileHandler(path) : false;
     }
 
+    void setApplicationEndedHandler(std::function<void(const ApplicationEnd&)> handler) override
+    {
+        applicationEnded = std::move(handler);
+    }
+    // Plays the system's part when a program it started ends.
+    void endApplication(const ApplicationEnd& end)
+    {
+        if (applicationEnded) {
+            applicationEnded(end);
+        }
+    }
+
     int registerHelpBook(const std::string& location) override
     {
         registeredHelpBooks.push_back(location);
@@ -45,6 +57,7 @@ public:
     std::vector<std::string> openedFiles;
     // Plays the system's part in opening a file: false when it cannot be opened.
     std::function<bool(const std::string&)> openFileHandler;
+    std::function<void(const ApplicationEnd&)> applicationEnded;
     std::vector<std::string> registeredHelpBooks;
     std::vector<std::string> helpPagesShown;
     int helpRegistrationResult = 0;

@@ -3,14 +3,17 @@
 #include "foundation/Bundle.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
+#include "platform/DescriptorWatcher.hpp"
 
 #include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 extern char** environ;
 
@@ -58,7 +61,64 @@ int spawnApplication(const std::string& executable, const std::vector<std::strin
     return result;
 }
 
+std::string causeOfEnd(int status)
+{
+    if (WIFSIGNALED(status)) {
+        const char* name = ::sigabbrev_np(WTERMSIG(status));
+        return name != nullptr ? std::string("SIG") + name
+                               : "signal " + std::to_string(WTERMSIG(status));
+    }
+    return "exit status " + std::to_string(WEXITSTATUS(status));
+}
+
 } // namespace
+
+LinuxDesktop::~LinuxDesktop()
+{
+    for (const auto& [pidfd, child] : children_) {
+        loop_->unwatchDescriptor(pidfd);
+        ::close(pidfd);
+        collectWhenItEnds(child.pid);
+    }
+}
+
+void LinuxDesktop::setApplicationEndedHandler(std::function<void(const ApplicationEnd&)> handler)
+{
+    applicationEnded_ = std::move(handler);
+}
+
+void LinuxDesktop::collectInRunLoop(int pid, const std::string& path)
+{
+    // glibc 2.36 declares pidfd_open without C linkage, so C++ cannot link to it.
+    const int pidfd = loop_ != nullptr ? static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)) : -1;
+    if (pidfd < 0) {
+        collectWhenItEnds(pid);
+        return;
+    }
+    children_.emplace(pidfd, Child{pid, path});
+    loop_->watchDescriptor(pidfd, [this, pidfd] { childEnded(pidfd); });
+}
+
+void LinuxDesktop::childEnded(int pidfd)
+{
+    const auto found = children_.find(pidfd);
+    if (found == children_.end()) {
+        return;
+    }
+    const Child child = found->second;
+    int status = 0;
+    // The descriptor is readable once the child has ended; until it is collected here, its
+    // number cannot be given to another process.
+    if (::waitpid(child.pid, &status, WNOHANG) != child.pid) {
+        return;
+    }
+    loop_->unwatchDescriptor(pidfd);
+    ::close(pidfd);
+    children_.erase(found);
+    if (applicationEnded_) {
+        applicationEnded_(ApplicationEnd{child.path, child.pid, causeOfEnd(status)});
+    }
+}
 
 bool LinuxDesktop::openURL(const std::string& url)
 {
@@ -91,6 +151,10 @@ bool LinuxDesktop::openFile(const std::string& path, const std::optional<std::st
             Log::line("could not open " + path + ": " + *application + " names no executable");
             return false;
         }
+        if (FileSystem::isDirectory(path)) {
+            Log::line("could not start " + path + ": its Info.plist names no executable");
+            return false;
+        }
         return openURL("file://" + path);
     }
     pid_t pid = 0;
@@ -101,7 +165,7 @@ bool LinuxDesktop::openFile(const std::string& path, const std::optional<std::st
         Log::line("could not start " + *executable + ": " + std::strerror(error));
         return false;
     }
-    collectWhenItEnds(pid);
+    collectInRunLoop(pid, application.value_or(path));
     return true;
 }
 
