@@ -11,6 +11,8 @@ struct ApplicationEnd {
     int pid = 0;
     // "exit status 1", or the signal that ended it ("SIGSEGV").
     std::string cause;
+    // It ended by itself with status 0: its own decision, which it explains itself.
+    bool succeeded = false;
 };
 
 } // namespace vexto

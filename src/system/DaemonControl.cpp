@@ -135,7 +135,8 @@ void DaemonControl::stopWatching()
 
 void DaemonControl::applicationEnded(const ApplicationEnd& end)
 {
-    if (end.path != launchedPath_ || quitAsked_ || runLoop_.now() - launchedAt_ > startingPeriod) {
+    if (end.path != launchedPath_ || end.succeeded || quitAsked_ ||
+        runLoop_.now() - launchedAt_ > startingPeriod) {
         return;
     }
     launchedPath_.clear();

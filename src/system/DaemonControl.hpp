@@ -21,7 +21,7 @@ public:
     static constexpr int launchAttempts = 10;
     static constexpr double launchRetryDelay = 1.0;
     static constexpr double relaunchPollDelay = 1.0;
-    // A daemon this pane started that ends sooner than this, unasked, did not really start.
+    // A daemon this pane started that fails sooner than this, unasked, did not really start.
     static constexpr double startingPeriod = 10.0;
 
     struct Hooks {
@@ -40,7 +40,7 @@ public:
     DaemonControl& operator=(const DaemonControl&) = delete;
 
     // Opens the daemon bundle, trying up to ten times a second apart (this blocks). A daemon that
-    // then ends within the starting period, unasked, is reported with its cause, and what the
+    // then fails within the starting period, unasked, is reported with its cause, and what the
     // pane shows is refreshed at once.
     bool launchDaemon();
     // Waits, a second at a time and for as long as it takes, until no daemon runs, then launches

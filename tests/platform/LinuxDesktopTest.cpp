@@ -116,6 +116,7 @@ TEST_F(LinuxDesktopTest, TheEndOfAStartedProgramIsReportedWithItsCause)
     EXPECT_EQ(ends[0].cause, "SIGSEGV");
     EXPECT_EQ(ends[1].path, fails);
     EXPECT_EQ(ends[1].cause, "exit status 3");
+    EXPECT_FALSE(ends[0].succeeded || ends[1].succeeded);
     EXPECT_GT(ends[1].pid, 0);
     EXPECT_NE(ends[0].pid, ends[1].pid);
 }

@@ -291,6 +291,36 @@ TEST_F(DaemonProtocolTest, TheDaemonKeepsADamagedStatusFileAsideAndRemovesLeftov
     EXPECT_EQ(logged("settings file could not be used ("), 1u);
 }
 
+// A daemon that cannot hear the pane must not live on as if it could: it finds a bus started
+// again at the same place, and without one it quits.
+TEST_F(DaemonProtocolTest, ADaemonThatLosesItsBusComesBackToItOrQuits)
+{
+    center.reset();
+    session.stop();
+    const std::string socket = home.file("bus");
+    std::optional<test::DBusSession> bus(std::in_place, socket);
+    ASSERT_TRUE(bus->isRunning());
+    center.emplace(loop);
+    open();
+    o().enableButton->performClick();
+    ASSERT_TRUE(runUntil([&] { return o().enableButton->title() == "Disable Vexto"; }, 3.0));
+
+    bus.reset();
+    bus.emplace(socket);
+    ASSERT_TRUE(runUntil([&] { return logged("reached the session bus again") == 1; }, 5.0))
+        << daemonLog();
+    DBusDistributedNotificationCenter probe(loop);
+    probe.post("app.vexto.preferences: Update Daemon", "Dummy");
+    EXPECT_TRUE(runUntil([&] { return logged("a sample panel is due") == 1; }, 3.0))
+        << "the daemon hears the new bus";
+
+    bus.reset();
+    EXPECT_TRUE(runUntil([&] { return daemonPIDs().empty(); }, 12.0));
+    EXPECT_EQ(logged("vextodaemon quits: lost the session bus, and the pane with it"), 1u);
+    EXPECT_TRUE(runUntil([&] { return o().enableButton->title() == "Enable Vexto"; }, 0.5));
+    EXPECT_TRUE(alerts.shown.empty()) << "the daemon said why itself";
+}
+
 TEST_F(DaemonProtocolTest, WithoutASessionBusThePaneStillStartsTheDaemon)
 {
     center.reset();

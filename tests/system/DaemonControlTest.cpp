@@ -140,10 +140,13 @@ TEST_F(DaemonControlTest, ADaemonEndingRightAfterItsStartIsReportedWithItsCause)
     EXPECT_EQ(countLogged("[Vexto] " + why), 1u);
     EXPECT_EQ(refreshes, 1) << "the button shows it at once, not three seconds later";
 
-    // Ends the pane asked for, or long after the start, are no surprise: nothing is said.
+    // Ends the daemon chose itself, the pane asked for, or long after the start, are no
+    // surprise: nothing is said.
+    ASSERT_TRUE(daemon.launchDaemon());
+    desktop.endApplication({bundle, 701, "exit status 0", true});
     ASSERT_TRUE(daemon.launchDaemon());
     daemon.quitDaemon();
-    desktop.endApplication({bundle, 701, "exit status 0"});
+    desktop.endApplication({bundle, 701, "SIGTERM"});
     ASSERT_TRUE(daemon.launchDaemon());
     loop.advance(DaemonControl::startingPeriod + 1);
     desktop.endApplication({bundle, 702, "SIGKILL"});

@@ -124,6 +124,15 @@ void ReferenceDaemon::quit(const std::string& reason)
     Log::line("vextodaemon quits: " + reason);
 }
 
+void ReferenceDaemon::catchUp()
+{
+    if (!running_) {
+        return;
+    }
+    updateDaemon(std::nullopt);
+    center_.post(names::named(names::updatePane), std::nullopt);
+}
+
 void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
 {
     const std::string path = productFile(product::settingsFileName);

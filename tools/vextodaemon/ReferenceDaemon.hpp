@@ -29,6 +29,9 @@ public:
     void start();
     bool isRunning() const { return running_; }
     void quit(const std::string& reason);
+    // Back on the bus after losing it: what was said meanwhile is lost, so the settings are
+    // read again and the pane is told that this daemon runs.
+    void catchUp();
 
     // The feed a check reads: a property list whose "Latest Version" names the newest version.
     static std::string feedPath();

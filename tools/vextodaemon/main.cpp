@@ -5,6 +5,7 @@
 //
 //   vextodaemon --render-sample SETTINGS-OR-LAYOUT PNG [SCREEN-WIDTH]
 // draws the sample panel for a settings or layout file into a picture instead, and exits.
+#include "BusReconnection.hpp"
 #include "DaemonLog.hpp"
 #include "DaemonQtFront.hpp"
 #include "ReferenceDaemon.hpp"
@@ -84,6 +85,14 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
     FontconfigCatalog fonts;
     DBusDistributedNotificationCenter center(watcher);
     ReferenceDaemon daemon(center, bundlePath(), presenter, &fonts);
+    BusReconnection reconnection(
+        loop, [&] { return center.reconnect(); },
+        [&] {
+            Log::line("reached the session bus again");
+            daemon.catchUp();
+        },
+        [&] { daemon.quit("lost the session bus, and the pane with it"); });
+    center.setConnectionLostHandler([&] { reconnection.connectionLost(); });
     watcher.watchDescriptor(stopSignals, [&] {
         signalfd_siginfo info{};
         if (::read(stopSignals, &info, sizeof info) == sizeof info) {

@@ -29,21 +29,32 @@ int receive(sd_bus_message* message, void* center, sd_bus_error*)
 DBusDistributedNotificationCenter::DBusDistributedNotificationCenter(DescriptorWatcher& watcher)
     : watcher_(watcher)
 {
+    connect("no session bus");
+}
+
+bool DBusDistributedNotificationCenter::reconnect()
+{
+    return bus_ != nullptr || connect("could not reach the session bus again");
+}
+
+bool DBusDistributedNotificationCenter::connect(const std::string& failure)
+{
     int result = sd_bus_open_user(&bus_);
     if (result < 0) {
         bus_ = nullptr;
-        disconnect("no session bus", result);
-        return;
+        disconnect(failure, result);
+        return false;
     }
     // Waits for the bus to take the match, so that nothing posted from now on is missed.
     result = sd_bus_match_signal(bus_, &match_, nullptr, objectPath, interfaceName, memberName,
                                  &receive, this);
     if (result < 0) {
         disconnect("the session bus refused to deliver notifications", result);
-        return;
+        return false;
     }
     fd_ = sd_bus_get_fd(bus_);
     watcher_.watchDescriptor(fd_, [this] { processIncoming(); });
+    return true;
 }
 
 DBusDistributedNotificationCenter::~DBusDistributedNotificationCenter()
@@ -66,6 +77,14 @@ void DBusDistributedNotificationCenter::disconnect(const std::string& reason, in
     bus_ = sd_bus_flush_close_unref(bus_);
 }
 
+void DBusDistributedNotificationCenter::connectionLost(int error)
+{
+    disconnect("lost the session bus", error);
+    if (lost_) {
+        lost_();
+    }
+}
+
 void DBusDistributedNotificationCenter::post(const std::string& name,
                                              const std::optional<std::string>& object)
 {
@@ -85,7 +104,7 @@ void DBusDistributedNotificationCenter::post(const std::string& name,
         result = sd_bus_flush(bus_);
     }
     if (result < 0) {
-        disconnect("lost the session bus", result);
+        connectionLost(result);
         local_.post(name, object);
     }
 }
@@ -107,7 +126,7 @@ void DBusDistributedNotificationCenter::processIncoming()
     while (bus_ != nullptr) {
         const int result = sd_bus_process(bus_, nullptr);
         if (result < 0) {
-            disconnect("lost the session bus", result);
+            connectionLost(result);
             return;
         }
         if (result == 0) {

@@ -2,6 +2,7 @@
 
 #include "platform/LocalDistributedNotificationCenter.hpp"
 
+#include <functional>
 #include <string>
 
 struct sd_bus;
@@ -16,7 +17,7 @@ class DescriptorWatcher;
 // object. Posts reach this process's own observers back through the bus, as everyone else's do.
 //
 // Without a session bus, or once the connection fails, notifications stay within this process
-// and one line says so.
+// and one line says so. A lost connection is also told to whoever wants to try `reconnect`.
 class DBusDistributedNotificationCenter final : public DistributedNotificationCenter {
 public:
     static constexpr const char* objectPath = "/org/vexto/DistributedNotificationCenter";
@@ -29,6 +30,11 @@ public:
     DBusDistributedNotificationCenter& operator=(const DBusDistributedNotificationCenter&) = delete;
 
     bool isConnected() const { return bus_ != nullptr; }
+    // Called, from the run loop, when a working connection breaks.
+    void setConnectionLostHandler(std::function<void()> lost) { lost_ = std::move(lost); }
+    // Connects to the session bus afresh (its address is read again); the observers stay. True
+    // when connected.
+    bool reconnect();
 
     void post(const std::string& name, const std::optional<std::string>& object) override;
     void addObserver(const void* observer, const std::string& name, Handler handler,
@@ -44,13 +50,16 @@ public:
     }
 
 private:
+    bool connect(const std::string& failure);
     void disconnect(const std::string& reason, int error);
+    void connectionLost(int error);
 
     DescriptorWatcher& watcher_;
     LocalDistributedNotificationCenter local_;
     sd_bus* bus_ = nullptr;
     sd_bus_slot* match_ = nullptr;
     int fd_ = -1;
+    std::function<void()> lost_;
 };
 
 } // namespace vexto

@@ -116,7 +116,8 @@ void LinuxDesktop::childEnded(int pidfd)
     ::close(pidfd);
     children_.erase(found);
     if (applicationEnded_) {
-        applicationEnded_(ApplicationEnd{child.path, child.pid, causeOfEnd(status)});
+        applicationEnded_(ApplicationEnd{child.path, child.pid, causeOfEnd(status),
+                                         WIFEXITED(status) && WEXITSTATUS(status) == 0});
     }
 }
 
