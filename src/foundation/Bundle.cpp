@@ -3,8 +3,10 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Localization.hpp"
+#include "foundation/Log.hpp"
 
 #include <algorithm>
+#include <set>
 
 namespace vexto {
 
@@ -15,10 +17,28 @@ std::string Bundle::resourcePath() const
     return FileSystem::join(FileSystem::join(path_, "Contents"), "Resources");
 }
 
+namespace {
+
+// Said once per file and process: the information is read afresh at every question.
+void reportUnusableInformation(const std::string& path, const std::string& problem)
+{
+    static std::set<std::string> reported;
+    if (reported.insert(path).second) {
+        Log::fileNotUsed(path, problem, "the bundle's name, version and executable are unknown");
+    }
+}
+
+} // namespace
+
 std::optional<PlistDictionary> Bundle::uncachedPreferencePaneInfo() const
 {
-    return deeplyMutableDictionaryWithContentsOfFile(
-        FileSystem::join(FileSystem::join(path_, "Contents"), "Info.plist"));
+    const std::string path = FileSystem::join(FileSystem::join(path_, "Contents"), "Info.plist");
+    std::string problem;
+    auto info = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
+    if (!info && FileSystem::exists(path)) {
+        reportUnusableInformation(path, problem);
+    }
+    return info;
 }
 
 std::vector<std::string> Bundle::pathsForResourcesOfType(std::string_view type) const
@@ -55,10 +75,15 @@ const StringsTable* Bundle::stringsTable(std::string_view table) const
     if (found == tables_.end()) {
         std::optional<StringsTable> loaded;
         for (const std::string& folder : Localization::preferredLocalizationFolders()) {
-            loaded = StringsTable::load(FileSystem::join(FileSystem::join(resourcePath(), folder),
-                                                         std::string(table) + ".strings"));
+            const std::string path = FileSystem::join(FileSystem::join(resourcePath(), folder),
+                                                      std::string(table) + ".strings");
+            std::string problem;
+            loaded = StringsTable::load(path, &problem);
             if (loaded) {
                 break;
+            }
+            if (FileSystem::exists(path)) {
+                Log::fileNotUsed(path, problem, "its texts are not shown");
             }
         }
         found = tables_.emplace(std::string(table), std::move(loaded)).first;

@@ -69,10 +69,14 @@ std::optional<PlistDictionary> deepMutableAutoreleasedCopy(const PlistDictionary
     return std::move(*result.value->asDictionary());
 }
 
-std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const std::string& path)
+std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const std::string& path,
+                                                                         std::string* problem)
 {
     auto result = PropertyListCodec::readFile(path);
     if (!result.value || !result.value->isDictionary()) {
+        if (problem != nullptr) {
+            *problem = result.value ? std::string("not a dictionary") : std::move(result.error);
+        }
         return std::nullopt;
     }
     return std::move(*result.value->asDictionary());

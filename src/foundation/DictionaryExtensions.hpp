@@ -32,8 +32,10 @@ void takeObjectsFromDictionary(PlistDictionary& dictionary, const PlistDictionar
 
 // A copy made by a binary property-list round trip; none when the dictionary cannot be written.
 std::optional<PlistDictionary> deepMutableAutoreleasedCopy(const PlistDictionary& dictionary);
-// The file's property list when it is a dictionary; none when unreadable or of another kind.
-std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const std::string& path);
+// The file's property list when it is a dictionary; none when unreadable or of another kind, with
+// why in `problem`.
+std::optional<PlistDictionary>
+deeplyMutableDictionaryWithContentsOfFile(const std::string& path, std::string* problem = nullptr);
 // Writes the dictionary as an XML property list, atomically; false when nothing was written.
 bool writeToFileAtomically(const PlistDictionary& dictionary, const std::string& path);
 

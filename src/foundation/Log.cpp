@@ -20,6 +20,12 @@ LogState& state()
 
 } // namespace
 
+void Log::fileNotUsed(std::string_view path, std::string_view problem, std::string_view instead)
+{
+    line("could not use " + std::string(path) + " (" + std::string(problem) +
+         "): " + std::string(instead));
+}
+
 void Log::line(std::string_view message)
 {
     const std::string text = std::string(prefix) + std::string(message);

@@ -14,6 +14,10 @@ public:
 
     // Logs `prefix` + message.
     static void line(std::string_view message);
+    // One line for a file that is there but cannot be used, saying why and what is done instead:
+    // a fallback the person could not explain otherwise.
+    static void fileNotUsed(std::string_view path, std::string_view problem,
+                            std::string_view instead);
 
     static void setEchoToStandardError(bool echo);
     // While a sink is installed, lines go to it instead of the system log.

@@ -224,13 +224,15 @@ std::optional<StringsTable> StringsTable::parse(std::span<const std::uint8_t> by
     return StringsTableParser(utf8Text(bytes)).parse();
 }
 
-std::optional<StringsTable> StringsTable::load(const std::string& path)
+std::optional<StringsTable> StringsTable::load(const std::string& path, std::string* problem)
 {
-    const auto bytes = FileSystem::readFile(path, maximumTableBytes);
-    if (!bytes) {
-        return std::nullopt;
+    std::string reason;
+    const auto bytes = FileSystem::readFile(path, maximumTableBytes, &reason);
+    auto table = bytes ? parse(*bytes) : std::nullopt;
+    if (!table && problem != nullptr) {
+        *problem = bytes ? "not a strings table" : "cannot be read (" + reason + ")";
     }
-    return parse(*bytes);
+    return table;
 }
 
 const std::string* StringsTable::find(std::string_view key) const

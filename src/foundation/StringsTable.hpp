@@ -15,7 +15,9 @@ class StringsTable {
 public:
     // None when the text is not a valid table.
     static std::optional<StringsTable> parse(std::span<const std::uint8_t> bytes);
-    static std::optional<StringsTable> load(const std::string& path);
+    // None when the file cannot be read or is no table, with why in `problem`.
+    static std::optional<StringsTable> load(const std::string& path,
+                                            std::string* problem = nullptr);
 
     const std::string* find(std::string_view key) const;
     std::size_t size() const { return entries_.size(); }

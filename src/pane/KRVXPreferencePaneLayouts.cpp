@@ -48,6 +48,20 @@ void KRVXPreferencePane::updateLayoutsMenu(Menu& menu)
     menu.addItemWithTitle(KRVXLocalizedString("Save..."), {}, saveItemTag);
 }
 
+namespace {
+
+std::optional<PlistDictionary> readLayout(const std::string& path)
+{
+    std::string problem;
+    auto layout = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
+    if (!layout) {
+        Log::fileNotUsed(path, problem, "the built-in look is shown instead");
+    }
+    return layout;
+}
+
+} // namespace
+
 void KRVXPreferencePane::chooseLayoutPresets(PopUpButton& popUp)
 {
     const MenuItem* item = popUp.selectedItem();
@@ -62,9 +76,9 @@ void KRVXPreferencePane::chooseLayoutPresets(PopUpButton& popUp)
             if (!path) {
                 return;
             }
-            layout = deeplyMutableDictionaryWithContentsOfFile(*path);
+            layout = readLayout(*path);
         } else if (const auto* path = std::any_cast<std::string>(&item->representedObject())) {
-            layout = deeplyMutableDictionaryWithContentsOfFile(*path);
+            layout = readLayout(*path);
         }
     }
     // No layout, or one that cannot be read, is the default appearance.

@@ -3,6 +3,7 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
+#include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/StringExtensions.hpp"
@@ -120,7 +121,12 @@ const PlistDictionary* SettingsStore::defaultSettings()
 {
     if (!defaultsRead_) {
         defaultsRead_ = true;
-        defaults_ = deeplyMutableDictionaryWithContentsOfFile(defaultSettingsPath_);
+        std::string problem;
+        defaults_ = deeplyMutableDictionaryWithContentsOfFile(defaultSettingsPath_, &problem);
+        if (!defaults_) {
+            Log::fileNotUsed(defaultSettingsPath_, problem,
+                             "settings without a value of their own stay empty");
+        }
     }
     return defaults_ ? &*defaults_ : nullptr;
 }

@@ -3,6 +3,7 @@
 #include "TestSupport.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Localization.hpp"
+#include "foundation/Log.hpp"
 #include "foundation/StringsTable.hpp"
 
 #include <gtest/gtest.h>
@@ -137,6 +138,31 @@ TEST_F(BundleTest, LocalisesWithTheEnvironmentsLanguageAndFallsBack)
     EXPECT_EQ(french.localizedString("Only English"), "English");
     EXPECT_EQ(french.localizedString("Missing", "Fallback"), "Fallback");
     EXPECT_EQ(french.localizedString("Send Feedback", "", "NoSuchTable"), "Send Feedback");
+}
+
+TEST_F(BundleTest, InformationOrATableThatCannotBeUsedIsLoggedOnceWithItsCause)
+{
+    std::vector<std::string> logged;
+    Log::setSink([&](const std::string& line) { logged.push_back(line); });
+    ::setenv("LC_ALL", "de_DE.UTF-8", 1);
+    test::writeText(resources_ + "/de.lproj/Localizable.strings", "\"Send Feedback\" = ");
+    test::writeText(folder_.file("Vexto.prefPane/Contents/Info.plist"), "<plist><dict>");
+    Bundle bundle(folder_.file("Vexto.prefPane"));
+    EXPECT_EQ(bundle.infoString("CFBundleVersion"), std::nullopt);
+    EXPECT_EQ(bundle.infoString("CFBundleShortVersionString"), std::nullopt);
+    EXPECT_EQ(bundle.localizedString("Send Feedback"), "Send Feedback") << "English stands in";
+    EXPECT_EQ(bundle.localizedString("Only English"), "English");
+    // A missing table or information is no surprise and says nothing.
+    EXPECT_FALSE(Bundle(folder_.file("Missing.prefPane")).uncachedPreferencePaneInfo());
+    Log::clearSink();
+    EXPECT_EQ(logged,
+              (std::vector<std::string>{
+                  "[Vexto] could not use " + folder_.file("Vexto.prefPane/Contents/Info.plist") +
+                      " (not a property list): the bundle's name, version and executable "
+                      "are unknown",
+                  "[Vexto] could not use " + resources_ +
+                      "/de.lproj/Localizable.strings (not a strings table): its texts are "
+                      "not shown"}));
 }
 
 TEST_F(BundleTest, ThePseudoLocaleLengthensEveryTextAndKeepsItsDirectives)

@@ -155,12 +155,15 @@ TEST_F(LayoutsTest, FailuresAreToldAndNothingIsLost)
     choose("Open...");
     EXPECT_TRUE(center.posted().empty());
 
-    // A file that is no layout restores the default appearance, and saves it.
+    // A file that is no layout restores the default appearance, saves it, and says why.
     pane->settings()[std::string(keys::itemHeight)] = PlistValue(80.0);
     writeText(home.file("broken.vextolayout"), "<plist><dict><key>x</key>");
     panels.fileAnswers.push_back(home.file("broken.vextolayout"));
     choose("Open...");
     EXPECT_EQ(savedSettings().at(std::string(keys::itemHeight)), PlistValue(48.0));
+    ASSERT_EQ(logged.size(), 2u);
+    EXPECT_EQ(logged[1], "[Vexto] could not use " + home.file("broken.vextolayout") +
+                             " (not a property list): the built-in look is shown instead");
 }
 
 } // namespace

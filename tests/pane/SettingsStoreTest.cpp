@@ -360,11 +360,17 @@ TEST_F(SettingsStoreTest, RevertRewritesTheDefaultsOrWithoutThemEmptiesMemoryOnl
     EXPECT_TRUE(saveTimes.empty());
 }
 
-TEST_F(SettingsStoreTest, WithoutDefaultsAFirstRunStartsEmptyAndWritesNothing)
+TEST_F(SettingsStoreTest, WithoutDefaultsAFirstRunStartsEmptyWritesNothingAndSaysWhy)
 {
     std::filesystem::remove(defaultsPath);
+    std::vector<std::string> logged;
+    Log::setSink([&](const std::string& line) { logged.push_back(line); });
     auto store = makeStore();
     EXPECT_TRUE(store->settings().empty());
+    Log::clearSink();
+    EXPECT_EQ(logged, std::vector<std::string>{"[Vexto] could not use " + defaultsPath +
+                                               " (cannot be read (No such file or directory)): "
+                                               "settings without a value of their own stay empty"});
     EXPECT_FALSE(std::filesystem::exists(settingsFile()));
     store->setBool(true, keys::activateItem);
     EXPECT_TRUE(std::filesystem::exists(settingsFile()));

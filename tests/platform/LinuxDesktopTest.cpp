@@ -88,10 +88,13 @@ TEST_F(LinuxDesktopTest, ABundleThatCannotRunIsAFailedLaunchAndNeverGoesToTheOpe
         EXPECT_FALSE(desktop.openFile(path, std::nullopt, false));
     }
     EXPECT_FALSE(std::filesystem::exists(folder.file("opener-calls")));
-    ASSERT_EQ(logged.size(), 4u);
+    ASSERT_EQ(logged.size(), 5u);
     EXPECT_EQ(logged[0],
               "[Vexto] could not start " + broken[0] + ": its Info.plist names no executable");
-    EXPECT_EQ(logged[3], "[Vexto] could not start " + broken[3] +
+    EXPECT_EQ(logged[1], "[Vexto] could not use " + broken[1] +
+                             "/Contents/Info.plist (not a property list): the bundle's name, "
+                             "version and executable are unknown");
+    EXPECT_EQ(logged[4], "[Vexto] could not start " + broken[3] +
                              "/Contents/Linux/missing: No such file or directory");
 
     // A plain file still opens with the desktop's opener.

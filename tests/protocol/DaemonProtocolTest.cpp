@@ -257,6 +257,18 @@ TEST_F(DaemonProtocolTest, UpdateRequestsReachTheDaemonAndItsAnswerIsShown)
     ASSERT_TRUE(runUntil(
         [&] { return o().statusTextField->stringValue() == "Vexto 3.10 is now available"; }, 3.0));
 
+    // A feed nobody can read finds nothing: the last check stands, and the log says why.
+    const std::string feed = home.file("Library/Application Support/Vexto/UpdateFeed.plist");
+    for (const char* damaged : {"<plist><dict>", "<plist><dict/></plist>"}) {
+        test::writeText(feed, damaged);
+        o().checkNowButton->performClick();
+        ASSERT_TRUE(runUntil([&] { return logged("could not use " + feed) > 0; }, 3.0));
+    }
+    ASSERT_TRUE(runUntil([&] { return logged("could not use " + feed) == 2; }, 3.0));
+    EXPECT_EQ(logged("(no \"Latest Version\" text): no check was made"), 1u);
+    loop.runFor(0.2);
+    EXPECT_EQ(o().statusTextField->stringValue(), "Vexto 3.10 is now available");
+
     o().autoUpdateCheckingSwitch->performClick();
     ASSERT_TRUE(
         runUntil([&] { return o().autoUpdateCheckingSwitch->state() == Button::offState; }, 3.0));

@@ -75,7 +75,12 @@ PlistDictionary ReferenceDaemon::shippedDefaults(const std::string& bundlePath)
 {
     const std::string defaultsPath = FileSystem::join(
         FileSystem::folderOf(bundlePath), std::string(product::defaultSettingsFileName));
-    return deeplyMutableDictionaryWithContentsOfFile(defaultsPath).value_or(PlistDictionary{});
+    std::string problem;
+    auto defaults = deeplyMutableDictionaryWithContentsOfFile(defaultsPath, &problem);
+    if (!defaults) {
+        Log::fileNotUsed(defaultsPath, problem, "the sample panel uses built-in values");
+    }
+    return std::move(defaults).value_or(PlistDictionary{});
 }
 
 int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
@@ -189,15 +194,39 @@ void ReferenceDaemon::toggleAutomaticChecks()
     }
 }
 
+// The newest version the feed names: none where there is no feed (nothing newer was published),
+// and a problem where there is one that cannot be used.
+std::optional<std::string> ReferenceDaemon::latestVersion(std::string& problem)
+{
+    const std::string path = feedPath();
+    if (!FileSystem::exists(path) && !FileSystem::isSymbolicLink(path)) {
+        return std::nullopt;
+    }
+    const auto feed = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
+    if (!feed) {
+        return std::nullopt;
+    }
+    const PlistValue* latest = objectForKey(*feed, "Latest Version");
+    if (latest == nullptr || !latest->isString()) {
+        problem = "no \"Latest Version\" text";
+        return std::nullopt;
+    }
+    return *latest->asString();
+}
+
 void ReferenceDaemon::checkNow()
 {
     const std::string current = currentShortVersion();
+    std::string problem;
+    const auto latest = latestVersion(problem);
+    if (!problem.empty()) {
+        // "Up to date" is never claimed from a feed nobody could read: the last check stands.
+        Log::fileNotUsed(feedPath(), problem, "no check was made");
+        return;
+    }
     std::string newer;
-    const auto feed = deeplyMutableDictionaryWithContentsOfFile(feedPath());
-    const PlistValue* latest = feed ? objectForKey(*feed, "Latest Version") : nullptr;
-    if (latest != nullptr && latest->isString() &&
-        compareVersions(*latest->asString(), current) > 0) {
-        newer = *latest->asString();
+    if (latest && compareVersions(*latest, current) > 0) {
+        newer = *latest;
     }
     PlistDictionary defaults = readDefaults();
     defaults[std::string(Wrapper::statusKey)] =

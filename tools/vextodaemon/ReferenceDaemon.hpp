@@ -52,6 +52,7 @@ private:
     void followInstruction(const std::optional<std::string>& object);
     void toggleAutomaticChecks();
     void checkNow();
+    static std::optional<std::string> latestVersion(std::string& problem);
     PlistDictionary readDefaults() const;
     bool writeDefaults(const PlistDictionary& defaults) const;
     std::string currentShortVersion() const;
