@@ -70,7 +70,9 @@ void QtRunLoop::unwatchDescriptor(int fd)
 {
     const auto found = notifiers_.find(fd);
     if (found != notifiers_.end()) {
-        // It may be the notifier whose signal is being served.
+        // It may be the notifier whose signal is being served, so it goes later; disabled now,
+        // since the descriptor is usually closed next and must not be polled any more.
+        found->second->setEnabled(false);
         found->second.release()->deleteLater();
         notifiers_.erase(found);
     }
