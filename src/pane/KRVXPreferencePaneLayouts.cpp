@@ -38,7 +38,9 @@ void KRVXPreferencePane::updateLayoutsMenu(Menu& menu)
 {
     removeItemsSparingAtTop(menu, fixedTopItems, 0);
     addItemsForLayoutsAtPath(menu, store_.userDefinedLayoutsPath());
-    addItemsForLayoutsAtPath(menu, std::string(sharedLayoutsPath));
+    addItemsForLayoutsAtPath(menu, environment_.sharedLayoutsFolder.empty()
+                                       ? std::string(sharedLayoutsPath)
+                                       : environment_.sharedLayoutsFolder);
     menu.addSeparator();
     for (const std::string& preset : bundle_.pathsForResourcesOfType(layoutFileType)) {
         addItemForLayoutAtPath(menu, preset, true);

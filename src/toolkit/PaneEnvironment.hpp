@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace vexto {
 
 class AccessibilityStatus;
@@ -35,6 +37,8 @@ struct PaneEnvironment {
     ForeignPreferences* foreignPreferences = nullptr; // none: other applications say nothing
     AccessibilityStatus* accessibility = nullptr;     // none: assistive access is off
     FilePanels* filePanels = nullptr;                 // none: every panel is cancelled
+    // Layouts shared by everyone on the machine; empty: the pane's own machine-wide folder.
+    std::string sharedLayoutsFolder = {};
     // The pane is shown only to be drawn: it shows what it would, and starts nothing.
     bool drawingOnly = false;
 };

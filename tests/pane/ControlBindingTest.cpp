@@ -126,6 +126,26 @@ TEST_F(ControlBindingTest,
         << "the settings stay as they were";
 }
 
+// Every keystroke asks for its own save half a second later, however close the keystrokes
+// come: the last save holds the last text.
+TEST_F(ControlBindingTest, EachKeystrokeInAListLeadsToItsOwnSaveHalfASecondLater)
+{
+    pane->settings();
+    center.clearPosted();
+    TextField* field = o().applicationExceptionsTextField;
+    for (const char* typed : {"M", "Ma", "Mai", "Mail"}) {
+        field->userDidEditText(typed);
+        loop.advance(0.3);
+    }
+    EXPECT_EQ(daemonUpdates(), 3u) << "saves at 0.5, 0.8 and 1.1 seconds";
+    loop.advance(0.2);
+    EXPECT_EQ(daemonUpdates(), 4u);
+    loop.advance(5.0);
+    EXPECT_EQ(daemonUpdates(), 4u);
+    EXPECT_EQ(savedSettings().at(std::string(keys::applicationExceptions)),
+              PlistValue(PlistArray{"Mail"}));
+}
+
 TEST_F(ControlBindingTest, ExceptionListsSplitAtEveryCommaAndAnEmptyFieldRemovesTheKey)
 {
     TextField* field = o().applicationExceptionsTextField;

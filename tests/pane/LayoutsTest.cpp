@@ -3,6 +3,7 @@
 #include "foundation/Log.hpp"
 #include "pane/MenuExtensions.hpp"
 #include "platform/fake/FakeAlerts.hpp"
+#include "platform/fake/FakeFontCatalog.hpp"
 #include "toolkit/ColorWell.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/Slider.hpp"
@@ -24,6 +25,8 @@ protected:
                         {{std::string(keys::itemHeight), 64.0}});
         }
         Log::setSink([this](const std::string& line) { logged.push_back(line); });
+        fonts.families = {{"Alpha Serif", {{"AlphaSerif-Bold", "Alpha Serif Bold"}}}};
+        fontCatalog = &fonts;
         load();
     }
     ~LayoutsTest() override { Log::clearSink(); }
@@ -54,6 +57,7 @@ protected:
     }
 
     FakeAlerts panels;
+    FakeFontCatalog fonts;
     std::vector<std::string> logged;
 };
 
@@ -83,6 +87,13 @@ TEST_F(LayoutsTest, TheMenuListsUserLayoutsThenPresetsThenTheCommands)
         layouts().menu().itemAtIndex(layouts().menu().indexOfItemWithTitle("Dark"));
     EXPECT_EQ(std::any_cast<std::string>(dark->representedObject()),
               userLayouts() + "/Dark.vextolayout");
+
+    // The machine's layouts follow the user's, each group after a separator.
+    writeLayout(sharedLayouts.path() + "/Office.vextolayout", {});
+    listed = titles();
+    ASSERT_EQ(listed.size(), presetsOnly.size() + 5);
+    EXPECT_EQ(std::vector<std::string>(listed.begin() + 5, listed.begin() + 7),
+              (std::vector<std::string>{"---", "Office"}));
 }
 
 TEST_F(LayoutsTest, NamesDropOnlyARealExtension)
@@ -140,6 +151,32 @@ TEST_F(LayoutsTest, SavingWritesOnlyWhatTheSettingsHold)
     EXPECT_TRUE(layout.contains(keys::spaceIndicatorColor));
     EXPECT_TRUE(layout.contains(keys::panelShadow));
     EXPECT_TRUE(center.posted().empty()) << "saving a layout changes no setting";
+}
+
+// What "Save..." writes, "Open..." brings back; only the font comes back by its display name.
+TEST_F(LayoutsTest, ALayoutKeepsTheWholeLookAndComesBackWithTheFontsDisplayName)
+{
+    PlistDictionary& settings = pane->settings();
+    settings[std::string(keys::selectionGradient)] = PlistValue(3);
+    settings[std::string(keys::itemHeight)] = PlistValue(64.0);
+    settings[std::string(keys::maximumWidth)] = PlistValue(0.5);
+    settings[std::string(keys::alternatePanelFont)] = PlistValue("AlphaSerif-Bold");
+    const std::string path = userLayouts() + "/Look.vextolayout";
+    std::filesystem::create_directories(userLayouts());
+    panels.fileAnswers.push_back(path);
+    choose("Save...");
+    const auto layout = deeplyMutableDictionaryWithContentsOfFile(path);
+    ASSERT_TRUE(layout);
+    EXPECT_EQ(layout->at(std::string(keys::selectionGradient)), PlistValue(3));
+    EXPECT_EQ(layout->at(std::string(keys::itemHeight)), PlistValue(64.0));
+    EXPECT_EQ(layout->at(std::string(keys::maximumWidth)), PlistValue(0.5));
+    EXPECT_EQ(layout->at(std::string(keys::alternatePanelFont)), PlistValue("AlphaSerif-Bold"));
+
+    settings[std::string(keys::alternatePanelFont)] = PlistValue("Other");
+    choose("Look");
+    EXPECT_EQ(savedSettings().at(std::string(keys::alternatePanelFont)),
+              PlistValue("Alpha Serif Bold"));
+    EXPECT_EQ(savedSettings().at(std::string(keys::itemHeight)), PlistValue(64.0));
 }
 
 TEST_F(LayoutsTest, FailuresAreToldAndNothingIsLost)

@@ -108,6 +108,7 @@ protected:
         environment.filePanels = filePanels;
         environment.fonts = fontCatalog;
         environment.hotKeys = hotKeys;
+        environment.sharedLayoutsFolder = sharedLayouts.path();
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -127,6 +128,7 @@ protected:
 
     TemporaryFolder home;
     TemporaryFolder bundleFolder;
+    TemporaryFolder sharedLayouts;
     FakeRunLoop loop;
     FakeDistributedNotificationCenter center;
     FakeDesktop desktop;

@@ -94,7 +94,7 @@ TEST(SampleAppearanceTest, AbsentOrUnusableValuesFallBackToTheDefaultsFileThenTh
 TEST(SamplePanelTest, NamesAreDrawnInTheAlternateFontAndSmoothingFollowsTheSetting)
 {
     FakeFontCatalog fonts;
-    fonts.families["Serif Sample"] = {{"SerifSample-Bold", "Serif Sample Bold"}};
+    fonts.families.push_back({"Serif Sample", {{"SerifSample-Bold", "Serif Sample Bold"}}});
     const PlistDictionary settings{
         {std::string(keys::alternatePanelFont), PlistValue(std::string("SerifSample-Bold"))},
         {std::string(keys::fontSmoothing), 1}};

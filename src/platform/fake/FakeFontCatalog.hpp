@@ -2,12 +2,14 @@
 
 #include "ports/FontCatalog.hpp"
 
-#include <map>
+#include <utility>
+#include <vector>
 
 namespace vexto {
 
 // Installed fonts as the test lists them: per family, its members' (font name, display name).
-// A member named "broken" cannot be made, as a font the system lists but cannot load.
+// A member named "broken" cannot be made, as a font the system lists but cannot load. Families
+// are handed over in the test's order, not sorted: the system promises no order either.
 class FakeFontCatalog final : public FontCatalog {
 public:
     using Member = std::pair<std::string, std::string>;
@@ -23,9 +25,11 @@ public:
     std::vector<std::string> availableMembersOfFontFamily(const std::string& family) const override
     {
         std::vector<std::string> names;
-        if (const auto found = families.find(family); found != families.end()) {
-            for (const Member& member : found->second) {
-                names.push_back(member.first);
+        for (const auto& [name, members] : families) {
+            if (name == family) {
+                for (const Member& member : members) {
+                    names.push_back(member.first);
+                }
             }
         }
         return names;
@@ -42,7 +46,7 @@ public:
         return std::nullopt;
     }
 
-    std::map<std::string, std::vector<Member>> families;
+    std::vector<std::pair<std::string, std::vector<Member>>> families;
 };
 
 } // namespace vexto
