@@ -103,10 +103,13 @@ TEST_F(HotKeyRecorderTest, CombinationsAlreadyHeldBeepAndRecordingGoesOn)
     press(tabKey, Event::optionKeyMask, "\t"); // the very combination this slot holds
     EXPECT_EQ(Application::shared().beepCount(), beeps + 1);
     EXPECT_TRUE(field().isRecording());
-    // Another slot with the same combination: refused too.
+    // Another slot with the same combination: refused too, with Caps Lock or the Fn key down
+    // as well, since both are ignored unless the settings say otherwise (here they say nothing).
     clickInto(o().allBackwardTextView);
     press(tabKey, Event::optionKeyMask, "\t");
-    EXPECT_EQ(Application::shared().beepCount(), beeps + 2);
+    press(tabKey, Event::optionKeyMask | Event::capsLockKeyMask, "\t");
+    press(tabKey, Event::optionKeyMask | Event::functionKeyMask, "\t");
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 4);
     EXPECT_EQ(stored("Backward"), nullptr);
 }
 

@@ -128,7 +128,9 @@ TEST_F(ProcProcessListTest, NamesAreReadWhole)
     const auto found = QLVXProcess::everyProcessNamed("vexto-long-name-process");
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].PID(), longName.pid());
+    // An update that replaces the program's file while it runs changes nothing of its name.
     std::filesystem::remove_all(folder);
+    EXPECT_EQ(*QLVXProcess(longName.psn()).name(), "vexto-long-name-process");
 }
 
 TEST_F(ProcProcessListTest, AWalkFindsChildrenAndKeepsOnlyWhatIsCopied)

@@ -1,5 +1,6 @@
 #include "platform/linux/XkbKeyboardLayout.hpp"
 
+#include "../foundation/TestSupport.hpp"
 #include "XvfbServer.hpp"
 #include "hotkeys/KeyLabels.hpp"
 #include "platform/linux/DeferredKeyboardLayout.hpp"
@@ -88,6 +89,29 @@ TEST(XkbKeyboardLayoutTest, TheEnvironmentNamesTheLayout)
     ASSERT_TRUE(fromEnvironment);
     EXPECT_EQ(fromEnvironment->characterForKeyCode(0x29), u'\u00F6');
     EXPECT_FALSE(XkbKeyboardLayout::fromNames({"", "no-such-layout", "", ""}));
+}
+
+// Without the variables, the system's file names the layout, in the shell's quoting.
+TEST(XkbKeyboardLayoutTest, TheSystemsKeyboardFileNamesTheLayoutOtherwise)
+{
+    test::TemporaryFolder folder;
+    const std::string file = folder.file("keyboard");
+    test::writeText(file, "# KEYBOARD CONFIGURATION FILE\nXKBMODEL=\"pc105\"\nXKBLAYOUT='de'\n"
+                          "XKBVARIANT=\"\"\nXKBOPTIONS=\"\"\n\nBACKSPACE=\"guess\"\n");
+    const char* variable = std::getenv("XKB_DEFAULT_LAYOUT");
+    const std::string set = variable != nullptr ? variable : "";
+    ::unsetenv("XKB_DEFAULT_LAYOUT");
+    const auto german = XkbKeyboardLayout::fromEnvironment(file);
+    const auto fallback = XkbKeyboardLayout::fromEnvironment(folder.file("missing"));
+    if (variable != nullptr) {
+        ::setenv("XKB_DEFAULT_LAYOUT", set.c_str(), 1);
+    }
+    ASSERT_TRUE(german);
+    EXPECT_EQ(german->characterForKeyCode(0x10), u'z');
+    EXPECT_EQ(german->characterForKeyCode(0x32), u'<') << "an ISO keyboard, by its model";
+
+    ASSERT_TRUE(fallback);
+    EXPECT_EQ(fallback->characterForKeyCode(0x10), u'y');
 }
 
 TEST(XkbKeyboardLayoutTest, TheXServersLayoutIsReadWhenThereIsOne)

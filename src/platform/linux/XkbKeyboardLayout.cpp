@@ -70,12 +70,13 @@ std::unique_ptr<XkbKeyboardLayout> XkbKeyboardLayout::fromNames(const Names& nam
     return std::unique_ptr<XkbKeyboardLayout>(new XkbKeyboardLayout(context, keymap, iso));
 }
 
-std::unique_ptr<XkbKeyboardLayout> XkbKeyboardLayout::fromEnvironment()
+std::unique_ptr<XkbKeyboardLayout>
+XkbKeyboardLayout::fromEnvironment(const std::string& keyboardFile)
 {
     if (std::getenv("XKB_DEFAULT_LAYOUT") != nullptr) {
         return fromNames({});
     }
-    auto file = shellAssignments("/etc/default/keyboard");
+    auto file = shellAssignments(keyboardFile);
     if (!file["XKBLAYOUT"].empty()) {
         return fromNames(
             {file["XKBMODEL"], file["XKBLAYOUT"], file["XKBVARIANT"], file["XKBOPTIONS"]});

@@ -26,8 +26,10 @@ public:
 
     // From rule names; empty names take libxkbcommon's own defaults (XKB_DEFAULT_*).
     static std::unique_ptr<XkbKeyboardLayout> fromNames(const Names& names);
-    // The desktop's layout: XKB_DEFAULT_* when set, else /etc/default/keyboard, else "us".
-    static std::unique_ptr<XkbKeyboardLayout> fromEnvironment();
+    // The desktop's layout: XKB_DEFAULT_* when set, else the system's keyboard file, else "us".
+    static constexpr const char* systemKeyboardFile = "/etc/default/keyboard";
+    static std::unique_ptr<XkbKeyboardLayout>
+    fromEnvironment(const std::string& keyboardFile = systemKeyboardFile);
     // The layout in force on the X server (empty name: $DISPLAY); none without one.
     static std::unique_ptr<XkbKeyboardLayout> fromXServer(const std::string& displayName = {});
     // The X server's when there is one, else the environment's.
