@@ -1,6 +1,7 @@
 #include "PlistPrinter.hpp"
 
 #include "foundation/NumericText.hpp"
+#include "foundation/QuotedText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 
 #include <cmath>
@@ -11,30 +12,6 @@ namespace vexto {
 namespace {
 
 constexpr std::size_t shownDataBytes = 64;
-
-std::string quoted(const std::string& text)
-{
-    std::string out = "\"";
-    for (char c : text) {
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out + "\"";
-}
 
 std::string dateText(const PlistDate& date)
 {
@@ -53,7 +30,7 @@ std::string dataText(const PlistData& data)
         if (const auto* color = std::get_if<Color>(&*object)) {
             return color->description();
         }
-        return "<archived string " + quoted(std::get<std::string>(*object)) + ">";
+        return "<archived string " + QuotedText::quoted(std::get<std::string>(*object)) + ">";
     }
     static constexpr char digits[] = "0123456789abcdef";
     std::string out = "<data " + std::to_string(data.size()) + " bytes";
@@ -94,7 +71,7 @@ void printDictionary(const PlistDictionary& dictionary, int indent, std::string&
     out += "{\n";
     for (const auto& [key, item] : dictionary) {
         out.append(static_cast<std::size_t>(indent + 1) * 2, ' ');
-        out += quoted(key) + " = ";
+        out += QuotedText::quoted(key) + " = ";
         printValue(item, indent + 1, out);
         out += '\n';
     }
@@ -115,7 +92,7 @@ void printValue(const PlistValue& value, int indent, std::string& out)
         out += NumericText::shortestText(*value.asReal());
         break;
     case PlistValue::Type::String:
-        out += quoted(*value.asString());
+        out += QuotedText::quoted(*value.asString());
         break;
     case PlistValue::Type::Data:
         out += dataText(*value.asData());

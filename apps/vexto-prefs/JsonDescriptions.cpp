@@ -2,6 +2,7 @@
 
 #include "foundation/Base64.hpp"
 #include "foundation/NumericText.hpp"
+#include "foundation/QuotedText.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorPanel.hpp"
@@ -57,35 +58,7 @@ std::string menuItems(const Menu& menu)
 
 std::string JsonDescriptions::string(std::string_view text)
 {
-    std::string out = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
-                out += escaped;
-            } else {
-                out += c;
-            }
-        }
-    }
-    return out + "\"";
+    return QuotedText::quoted(text);
 }
 
 std::string JsonDescriptions::value(const PlistValue& value)

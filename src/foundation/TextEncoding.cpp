@@ -83,6 +83,12 @@ void TextEncoding::appendUtf8(std::string& out, char32_t codePoint)
     }
 }
 
+char32_t TextEncoding::nextCodePoint(std::string_view text, std::size_t& pos)
+{
+    bool valid = true;
+    return decodeUtf8(text, pos, valid);
+}
+
 std::u16string TextEncoding::utf16FromUtf8(std::string_view text)
 {
     std::u16string out;

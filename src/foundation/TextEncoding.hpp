@@ -17,6 +17,9 @@ public:
     static bool isValidUtf8(std::string_view text);
     // Appends one code point as UTF-8.
     static void appendUtf8(std::string& out, char32_t codePoint);
+    // The code point at `pos`, which moves past it; an invalid sequence gives U+FFFD and moves
+    // one byte on. `pos` must be within the text.
+    static char32_t nextCodePoint(std::string_view text, std::size_t& pos);
 };
 
 } // namespace vexto

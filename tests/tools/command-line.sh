@@ -44,4 +44,13 @@ check 1 '' 'zero: cannot be read (is a device)' lint "$work/zero"
 check 1 '' 'cannot be written (' convert xml "$work/ok.plist" -o "$work/no/such/folder/out"
 check 0 'ok.plist: OK' '' lint "$work/ok.plist"
 
+# A hostile file's strings reach the terminal escaped: no escape sequence, no C1 control.
+printf '<plist version="1.0"><dict><key>k&#x1b;]0;t&#x7;</key><string>&#x1b;[2J&#x9b;1m&#x202e;</string></dict></plist>' \
+    >"$work/escapes.plist"
+check 0 '"k\\u001b\]0;t\\u0007" = "\\u001b\[2J\\u009b1m\\u202e"' '' print "$work/escapes.plist"
+if LC_ALL=C grep -q $'[\x01-\x08\x0b-\x1f\x7f]\|\xc2[\x80-\x9f]' "$work/out"; then
+    echo "vexto-plist print: control characters reach the terminal"
+    failures=$((failures + 1))
+fi
+
 [ "$failures" -eq 0 ]
