@@ -16,7 +16,7 @@ volatile std::sig_atomic_t stopSignalled = 0;
 
 constexpr const char* usageLine =
     "usage: vexto-prefs [--pane PATH] [--headless] [--screenshot DIR] [--script FILE|-]\n"
-    "       vexto-prefs --help | --version\n";
+    "       vexto-prefs --help | --version | --script-commands\n";
 
 } // namespace
 
@@ -39,6 +39,8 @@ std::optional<HostRun::Options> HostRun::parse(int argc, char** argv, std::strin
             options.help = true;
         } else if (argument == "--version") {
             options.version = true;
+        } else if (argument == "--script-commands") {
+            options.scriptCommands = true;
         } else if (argument == "--headless") {
             options.headless = true;
         } else if (argument == "--pane" && hasValue) {
@@ -76,6 +78,7 @@ int HostRun::help()
         "  --screenshot DIR   draws every tab offscreen to DIR/TAB.png and exits; the\n"
         "                     settings on disk are left as they are\n"
         "  --script FILE|-    runs a script of commands against the pane\n"
+        "  --script-commands  the commands a script may use, as a Markdown table\n"
         "  --version          the program's version\n"
         "  -h, --help         this text\n",
         stdout);

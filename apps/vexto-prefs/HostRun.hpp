@@ -21,6 +21,7 @@ public:
         std::optional<std::string> script; // a file, or "-" for standard input
         bool help = false;
         bool version = false;
+        bool scriptCommands = false;
     };
 
     static constexpr int success = 0;

@@ -30,15 +30,6 @@ bool fail(std::string& error, std::string message)
     return false;
 }
 
-bool expectWords(const std::vector<std::string>& words, std::size_t count, std::string& error)
-{
-    if (words.size() != count) {
-        return fail(error, "\"" + words[0] + "\" takes " + std::to_string(count - 1) + " argument" +
-                               (count == 2 ? "" : "s"));
-    }
-    return true;
-}
-
 } // namespace
 
 ScriptRunner::ScriptRunner(PaneHost& host, RunLoop& runLoop, ScriptedAlerts& alerts, std::FILE* out,
@@ -139,183 +130,278 @@ int ScriptRunner::run(std::FILE* script)
     return 0;
 }
 
-View* ScriptRunner::outlet(const Words& words, std::size_t index, std::string& error) const
+View* ScriptRunner::outlet(const std::string& name, std::string& error) const
 {
-    if (index >= words.size()) {
-        fail(error, "\"" + words[0] + "\" needs an outlet");
-        return nullptr;
-    }
-    View* view = host_.pane().outletNamed(words[index]);
+    View* view = host_.pane().outletNamed(name);
     if (view == nullptr) {
-        fail(error, "no outlet named " + words[index]);
+        fail(error, "no outlet named " + name);
     }
     return view;
 }
 
+std::span<const ScriptCommand> ScriptRunner::commands()
+{
+    using R = ScriptRunner;
+    static const ScriptCommand table[] = {
+        {"select-tab", "ID", 1,
+         "selects the settings tab (`triggers`, `panel`, `appearance`, `windows`, `about`) through "
+         "the tab view",
+         &R::selectTab},
+        {"click", "OUTLET", 1,
+         "clicks a button, check box or colour well; on a field with a button inside (a link's "
+         "arrow), presses and releases that button through the window",
+         &R::click},
+        {"hover", "OUTLET", 1,
+         "moves the mouse over the button inside a field (it lights up when the field has an "
+         "action)",
+         &R::hover},
+        {"set-state", "OUTLET N", 2, "sets a button's state (-1, 0, 1) and sends its action",
+         &R::setState},
+        {"choose", "OUTLET index=N|tag=N|title=\"T\"", 2,
+         "opens the pop-up (menus built on demand are built), chooses the item, sends its action",
+         &R::choose},
+        {"choose-submenu", "OUTLET \"Item\" \"Subitem\"", 3, "chooses an item inside a submenu",
+         &R::chooseSubmenu},
+        {"slide", "OUTLET VALUE", 2, "moves a slider and sends its action as a drag would",
+         &R::slide},
+        {"gradient", "OUTLET VALUE", 2,
+         "clicks the colour well unless it is active, then drags the gradient slider on the "
+         "colour panel's strip to VALUE (values of 1 to 7 either way snap)",
+         &R::setGradient},
+        {"click-strip", "left|right|middle|X", 1,
+         "clicks the colour panel's gradient strip near an end, in its middle or X points from its "
+         "left edge (only the end squares, as wide as the strip is high, take clicks)",
+         &R::clickStrip},
+        {"type", "OUTLET \"TEXT\"", 2,
+         "replaces a text field's text one character at a time, telling the pane after each",
+         &R::type},
+        {"key", "OUTLET COMBO", 2,
+         "focuses a field and presses COMBO: modifiers `cmd opt ctrl shift fn caps` (or `lcmd "
+         "rcmd lopt ropt lctrl rctrl lshift rshift`) joined by `+`, then `keycode=N` or a key name "
+         "(`a`-`z`, `0`-`9`, `space`, `tab`, `return`, `escape`, `delete`, `f1`-`f19`, `left right "
+         "up down`)",
+         &R::press},
+        {"clear", "OUTLET", 1, "presses a hot-key field's clear button", &R::clear},
+        {"answer", "default|alternate|other", 1, "the answer to the next alert", &R::answer},
+        {"answer-file", "PATH|cancel", 1,
+         "the answer to the next open or save panel (`~` is the pane's home; a save panel adds "
+         "the file type when the name has none; with no answer queued a panel is cancelled)",
+         &R::answerFile},
+        {"wait", "SECONDS", 1, "runs the run loop for that long (delayed saves happen meanwhile)",
+         &R::wait},
+        {"unselect", "", 0, "leaves the pane, as closing its window does", &R::unselect},
+        {"select", "", 0, "selects the pane again", &R::select},
+        {"revert", "", 0, "reverts the settings to the defaults", &R::revert},
+        {"print-setting", "\"KEY\"", 1,
+         "`{\"setting\":\"KEY\",\"value\":V}` from the pane's settings in memory; absent keys "
+         "give `null`; data reads `{\"data\":\"BASE64\"}` with `\"color\":\"<color ...>\"` added "
+         "for archived colours",
+         &R::printSetting},
+        {"print-saved-setting", "\"KEY\"", 1,
+         "the same, read from the settings file on disk (shows what has been saved so far)",
+         &R::printSavedSetting},
+        {"print-control", "OUTLET", 1,
+         "the control's class, state, enabled, hidden, frame `[x,y,w,h]` (unflipped), text, "
+         "selection and menu items, and a `notice` while one is shown beside it (why a hot key "
+         "was refused); for a field with a button inside, the button's tracked frame "
+         "(`actionButton`) and tool tip, and a link field's `link`",
+         &R::printControl},
+        {"print-window", "", 0, "the window's frame and the selected tab", &R::printWindow},
+        {"print-color-panel", "", 0,
+         "whether the colour panel shows, its colour, the title of the well it edits and its "
+         "strip's slider (`null` when it carries none)",
+         &R::printColorPanel},
+        {"quit", "", 0, "ends the script", &R::quit},
+    };
+    return table;
+}
+
+std::string ScriptRunner::commandTable()
+{
+    std::string table = "| Command | Effect |\n|---|---|\n";
+    for (const ScriptCommand& command : commands()) {
+        table += "| `" + std::string(command.name);
+        if (!command.arguments.empty()) {
+            table += " " + std::string(command.arguments);
+        }
+        table += "` | " + std::string(command.effect) + " |\n";
+    }
+    return table;
+}
+
 bool ScriptRunner::runCommand(const Words& words, std::string& error)
 {
-    const std::string& command = words[0];
-    PreferencePane& pane = host_.pane();
-    if (command == "quit") {
-        quit_ = true;
-        return expectWords(words, 1, error);
-    }
-    if (command == "select" || command == "unselect") {
-        if (!expectWords(words, 1, error)) {
-            return false;
+    for (const ScriptCommand& command : commands()) {
+        if (command.name != words[0]) {
+            continue;
         }
-        command == "select" ? host_.select() : host_.unselect();
-        return true;
-    }
-    if (command == "revert") {
-        return expectWords(words, 1, error) && pane.performActionNamed("revert:");
-    }
-    if (command == "select-tab") {
-        if (!expectWords(words, 2, error)) {
-            return false;
+        if (words.size() != command.argumentCount + 1) {
+            return fail(error, std::string(command.name) +
+                                   (command.arguments.empty()
+                                        ? " takes nothing after it"
+                                        : " takes " + std::string(command.arguments)));
         }
-        TabView* tabs = host_.settingsTabView();
-        return (tabs != nullptr && tabs->selectTabViewItemWithIdentifier(words[1])) ||
-               fail(error, "no tab with the identifier " + words[1]);
+        return (this->*command.handler)(words, error);
     }
-    if (command == "click") {
-        View* view = outlet(words, 1, error);
-        if (view == nullptr || !expectWords(words, 2, error)) {
-            return false;
-        }
-        if (auto* button = dynamic_cast<Button*>(view)) {
-            button->performClick();
-        } else if (auto* well = dynamic_cast<ColorWell*>(view)) {
-            well->performClick();
-        } else if (!view->pressTrackedButton()) {
-            return fail(error, words[1] + " is not a button and holds none");
-        }
-        return true;
+    return fail(error, "unknown command \"" + words[0] + "\"");
+}
+
+bool ScriptRunner::quit(const Words&, std::string&)
+{
+    quit_ = true;
+    return true;
+}
+
+bool ScriptRunner::select(const Words&, std::string&)
+{
+    host_.select();
+    return true;
+}
+
+bool ScriptRunner::unselect(const Words&, std::string&)
+{
+    host_.unselect();
+    return true;
+}
+
+bool ScriptRunner::revert(const Words&, std::string& error)
+{
+    return host_.pane().performActionNamed("revert:") || fail(error, "the pane cannot revert");
+}
+
+bool ScriptRunner::selectTab(const Words& words, std::string& error)
+{
+    TabView* tabs = host_.settingsTabView();
+    return (tabs != nullptr && tabs->selectTabViewItemWithIdentifier(words[1])) ||
+           fail(error, "no tab with the identifier " + words[1]);
+}
+
+bool ScriptRunner::click(const Words& words, std::string& error)
+{
+    View* view = outlet(words[1], error);
+    if (view == nullptr) {
+        return false;
     }
-    if (command == "hover") {
-        View* view = outlet(words, 1, error);
-        if (view == nullptr || !expectWords(words, 2, error)) {
-            return false;
-        }
-        const auto centre = view->centreOfTrackedButton();
-        if (!centre) {
-            return fail(error, words[1] + " tracks no mouse");
-        }
-        host_.window().sendEvent(Event::mouse(Event::Type::MouseMoved, *centre));
-        return true;
+    if (auto* button = dynamic_cast<Button*>(view)) {
+        button->performClick();
+    } else if (auto* well = dynamic_cast<ColorWell*>(view)) {
+        well->performClick();
+    } else if (!view->pressTrackedButton()) {
+        return fail(error, words[1] + " is not a button and holds none");
     }
-    if (command == "set-state") {
-        auto* button = dynamic_cast<Button*>(outlet(words, 1, error));
-        const auto state = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
-        if (button == nullptr || !state) {
-            return error.empty() ? fail(error, "set-state takes a button and -1, 0 or 1") : false;
-        }
-        button->setState(static_cast<int>(*state));
-        button->sendAction();
-        return true;
+    return true;
+}
+
+bool ScriptRunner::hover(const Words& words, std::string& error)
+{
+    View* view = outlet(words[1], error);
+    if (view == nullptr) {
+        return false;
     }
-    if (command == "choose") {
-        return choose(words, error);
+    const auto centre = view->centreOfTrackedButton();
+    if (!centre) {
+        return fail(error, words[1] + " tracks no mouse");
     }
-    if (command == "choose-submenu") {
-        return chooseSubmenu(words, error);
+    host_.window().sendEvent(Event::mouse(Event::Type::MouseMoved, *centre));
+    return true;
+}
+
+bool ScriptRunner::setState(const Words& words, std::string& error)
+{
+    View* view = outlet(words[1], error);
+    auto* button = dynamic_cast<Button*>(view);
+    const auto state = NumericText::wholeReal(words[2]);
+    if (view == nullptr) {
+        return false;
     }
-    if (command == "slide") {
-        return slide(words, error);
+    if (button == nullptr) {
+        return fail(error, words[1] + " is not a button");
     }
-    if (command == "gradient") {
-        return setGradient(words, error);
+    if (!state || (*state != -1 && *state != 0 && *state != 1)) {
+        return fail(error, "a state is -1, 0 or 1, not " + words[2]);
     }
-    if (command == "click-strip") {
-        return clickStrip(words, error);
+    button->setState(static_cast<int>(*state));
+    button->sendAction();
+    return true;
+}
+
+bool ScriptRunner::answer(const Words& words, std::string& error)
+{
+    const std::string& answer = words[1];
+    if (answer != "default" && answer != "alternate" && answer != "other") {
+        return fail(error, "answer takes default, alternate or other");
     }
-    if (command == "print-color-panel") {
-        if (!expectWords(words, 1, error)) {
-            return false;
-        }
-        printLine(JsonDescriptions::colorPanel(ColorPanel::shared()));
-        return true;
+    alerts_.queueAnswer(answer == "default"     ? Alerts::defaultReturn
+                        : answer == "alternate" ? Alerts::alternateReturn
+                                                : Alerts::otherReturn);
+    return true;
+}
+
+bool ScriptRunner::answerFile(const Words& words, std::string&)
+{
+    // "~/..." is the home the pane runs in, so that a script can name files there.
+    alerts_.queueFileAnswer(words[1] == "cancel"
+                                ? std::nullopt
+                                : std::optional<std::string>(HomeDirectory::expandTilde(words[1])));
+    return true;
+}
+
+bool ScriptRunner::wait(const Words& words, std::string& error)
+{
+    const auto seconds = NumericText::wholeReal(words[1]);
+    if (!seconds || *seconds < 0) {
+        return fail(error, "wait takes a number of seconds");
     }
-    if (command == "type") {
-        return type(words, error);
+    runLoop_.runFor(*seconds);
+    return true;
+}
+
+bool ScriptRunner::printSetting(const Words& words, std::string&)
+{
+    printLine(JsonDescriptions::setting(words[1], host_.pane().valueForSettingKey(words[1])));
+    return true;
+}
+
+bool ScriptRunner::printSavedSetting(const Words& words, std::string&)
+{
+    const auto saved = deeplyMutableDictionaryWithContentsOfFile(host_.pane().settingsFilePath());
+    printLine(
+        JsonDescriptions::setting(words[1], saved ? objectForKey(*saved, words[1]) : nullptr));
+    return true;
+}
+
+bool ScriptRunner::printControl(const Words& words, std::string& error)
+{
+    View* view = outlet(words[1], error);
+    if (view == nullptr) {
+        return false;
     }
-    if (command == "key") {
-        return press(words, error);
+    // A menu built on demand is listed as it would be on opening.
+    if (auto* popUp = dynamic_cast<PopUpButton*>(view)) {
+        popUp->willOpenMenu();
     }
-    if (command == "clear") {
-        return clear(words, error);
-    }
-    if (command == "answer") {
-        if (!expectWords(words, 2, error)) {
-            return false;
-        }
-        const std::string& answer = words[1];
-        if (answer != "default" && answer != "alternate" && answer != "other") {
-            return fail(error, "answer takes default, alternate or other");
-        }
-        alerts_.queueAnswer(answer == "default"     ? Alerts::defaultReturn
-                            : answer == "alternate" ? Alerts::alternateReturn
-                                                    : Alerts::otherReturn);
-        return true;
-    }
-    if (command == "answer-file") {
-        if (!expectWords(words, 2, error)) {
-            return false;
-        }
-        // "~/..." is the home the pane runs in, so that a script can name files there.
-        alerts_.queueFileAnswer(words[1] == "cancel" ? std::nullopt
-                                                     : std::optional<std::string>(
-                                                           HomeDirectory::expandTilde(words[1])));
-        return true;
-    }
-    if (command == "wait") {
-        const auto seconds = words.size() == 2 ? NumericText::wholeReal(words[1]) : std::nullopt;
-        if (!seconds || *seconds < 0) {
-            return fail(error, "wait takes a number of seconds");
-        }
-        runLoop_.runFor(*seconds);
-        return true;
-    }
-    if (command == "print-setting" || command == "print-saved-setting") {
-        if (!expectWords(words, 2, error)) {
-            return false;
-        }
-        if (command == "print-setting") {
-            printLine(JsonDescriptions::setting(words[1], pane.valueForSettingKey(words[1])));
-        } else {
-            printSavedSetting(words[1]);
-        }
-        return true;
-    }
-    if (command == "print-control") {
-        View* view = outlet(words, 1, error);
-        if (view == nullptr || !expectWords(words, 2, error)) {
-            return false;
-        }
-        // A menu built on demand is listed as it would be on opening.
-        if (auto* popUp = dynamic_cast<PopUpButton*>(view)) {
-            popUp->willOpenMenu();
-        }
-        printLine(JsonDescriptions::control(words[1], *view, pane.linkOfOutletNamed(words[1])));
-        return true;
-    }
-    if (command == "print-window") {
-        if (!expectWords(words, 1, error)) {
-            return false;
-        }
-        printLine(JsonDescriptions::window(host_.window(), host_.settingsTabView()));
-        return true;
-    }
-    return fail(error, "unknown command \"" + command + "\"");
+    printLine(JsonDescriptions::control(words[1], *view, host_.pane().linkOfOutletNamed(words[1])));
+    return true;
+}
+
+bool ScriptRunner::printWindow(const Words&, std::string&)
+{
+    printLine(JsonDescriptions::window(host_.window(), host_.settingsTabView()));
+    return true;
+}
+
+bool ScriptRunner::printColorPanel(const Words&, std::string&)
+{
+    printLine(JsonDescriptions::colorPanel(ColorPanel::shared()));
+    return true;
 }
 
 bool ScriptRunner::choose(const Words& words, std::string& error)
 {
-    auto* popUp = dynamic_cast<PopUpButton*>(outlet(words, 1, error));
-    if (popUp == nullptr || words.size() != 3) {
-        return error.empty()
-                   ? fail(error, "choose takes a pop-up and index=N, tag=N or title=\"T\"")
-                   : false;
+    View* view = outlet(words[1], error);
+    auto* popUp = dynamic_cast<PopUpButton*>(view);
+    if (popUp == nullptr) {
+        return view != nullptr && fail(error, words[1] + " is not a pop-up");
     }
     popUp->willOpenMenu(); // menus built on demand are built now
     const std::string& choice = words[2];
@@ -340,10 +426,10 @@ bool ScriptRunner::choose(const Words& words, std::string& error)
 
 bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
 {
-    auto* popUp = dynamic_cast<PopUpButton*>(outlet(words, 1, error));
-    if (popUp == nullptr || words.size() != 4) {
-        return error.empty() ? fail(error, "choose-submenu takes a pop-up, an item and a subitem")
-                             : false;
+    View* view = outlet(words[1], error);
+    auto* popUp = dynamic_cast<PopUpButton*>(view);
+    if (popUp == nullptr) {
+        return view != nullptr && fail(error, words[1] + " is not a pop-up");
     }
     popUp->willOpenMenu();
     const MenuItem* item = popUp->itemAtIndex(popUp->menu().indexOfItemWithTitle(words[2]));
@@ -361,10 +447,14 @@ bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
 
 bool ScriptRunner::slide(const Words& words, std::string& error)
 {
-    auto* slider = dynamic_cast<Slider*>(outlet(words, 1, error));
-    const auto value = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
-    if (slider == nullptr || !value) {
-        return error.empty() ? fail(error, "slide takes a slider and a value") : false;
+    View* view = outlet(words[1], error);
+    auto* slider = dynamic_cast<Slider*>(view);
+    const auto value = NumericText::wholeReal(words[2]);
+    if (slider == nullptr) {
+        return view != nullptr && fail(error, words[1] + " is not a slider");
+    }
+    if (!value) {
+        return fail(error, "not a number: " + words[2]);
     }
     drag(*slider, *value);
     return true;
@@ -382,10 +472,14 @@ void ScriptRunner::drag(Slider& slider, double value)
 // colour panel, and then the strip's slider is dragged.
 bool ScriptRunner::setGradient(const Words& words, std::string& error)
 {
-    auto* well = dynamic_cast<ColorWell*>(outlet(words, 1, error));
-    const auto value = words.size() == 3 ? NumericText::wholeReal(words[2]) : std::nullopt;
-    if (well == nullptr || !value) {
-        return error.empty() ? fail(error, "gradient takes a colour well and a value") : false;
+    View* view = outlet(words[1], error);
+    auto* well = dynamic_cast<ColorWell*>(view);
+    const auto value = NumericText::wholeReal(words[2]);
+    if (well == nullptr) {
+        return view != nullptr && fail(error, words[1] + " is not a colour well");
+    }
+    if (!value) {
+        return fail(error, "not a number: " + words[2]);
     }
     if (!well->isActive()) {
         well->performClick();
@@ -408,7 +502,7 @@ bool ScriptRunner::clickStrip(const Words& words, std::string& error)
         return fail(error, "the colour panel shows no strip");
     }
     const double width = strip->bounds().width();
-    const std::string where = words.size() == 2 ? words[1] : std::string();
+    const std::string& where = words[1];
     const auto x = where == "left"     ? std::optional<double>(1)
                    : where == "right"  ? std::optional<double>(width - 1)
                    : where == "middle" ? std::optional<double>(width / 2)
@@ -424,9 +518,10 @@ bool ScriptRunner::clickStrip(const Words& words, std::string& error)
 
 bool ScriptRunner::type(const Words& words, std::string& error)
 {
-    auto* field = dynamic_cast<TextField*>(outlet(words, 1, error));
-    if (field == nullptr || words.size() != 3) {
-        return error.empty() ? fail(error, "type takes a text field and a text") : false;
+    View* view = outlet(words[1], error);
+    auto* field = dynamic_cast<TextField*>(view);
+    if (field == nullptr) {
+        return view != nullptr && fail(error, words[1] + " is not a text field");
     }
     if (words[2].empty()) {
         field->userDidEditText("");
@@ -446,8 +541,8 @@ bool ScriptRunner::type(const Words& words, std::string& error)
 
 bool ScriptRunner::press(const Words& words, std::string& error)
 {
-    View* view = outlet(words, 1, error);
-    if (view == nullptr || !expectWords(words, 3, error)) {
+    View* view = outlet(words[1], error);
+    if (view == nullptr) {
         return false;
     }
     const auto combination = KeyCombination::parse(words[2]);
@@ -468,7 +563,7 @@ bool ScriptRunner::press(const Words& words, std::string& error)
 
 bool ScriptRunner::clear(const Words& words, std::string& error)
 {
-    if (outlet(words, 1, error) == nullptr || !expectWords(words, 2, error)) {
+    if (outlet(words[1], error) == nullptr) {
         return false;
     }
     auto* button = dynamic_cast<Button*>(host_.pane().accessoryOfOutletNamed(words[1]));
@@ -477,12 +572,6 @@ bool ScriptRunner::clear(const Words& words, std::string& error)
     }
     button->performClick();
     return true;
-}
-
-void ScriptRunner::printSavedSetting(const std::string& key)
-{
-    const auto saved = deeplyMutableDictionaryWithContentsOfFile(host_.pane().settingsFilePath());
-    printLine(JsonDescriptions::setting(key, saved ? objectForKey(*saved, key) : nullptr));
 }
 
 } // namespace vexto

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "ScriptCommand.hpp"
 #include "foundation/Point.hpp"
 
 #include <cstdio>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,14 +36,28 @@ public:
 
     static constexpr std::size_t maximumLineLength = 65536;
 
+    // Every command, in the order the README lists them.
+    static std::span<const ScriptCommand> commands();
+    // The commands as the README's Markdown table.
+    static std::string commandTable();
+
 private:
-    using Words = std::vector<std::string>;
+    using Words = ScriptCommand::Words;
 
     static bool readLine(std::FILE* script, std::string& line);
     void printLine(const std::string& text);
 
     bool runCommand(const Words& words, std::string& error);
-    View* outlet(const Words& words, std::size_t index, std::string& error) const;
+    View* outlet(const std::string& name, std::string& error) const;
+
+    bool quit(const Words& words, std::string& error);
+    bool select(const Words& words, std::string& error);
+    bool unselect(const Words& words, std::string& error);
+    bool revert(const Words& words, std::string& error);
+    bool selectTab(const Words& words, std::string& error);
+    bool click(const Words& words, std::string& error);
+    bool hover(const Words& words, std::string& error);
+    bool setState(const Words& words, std::string& error);
     bool choose(const Words& words, std::string& error);
     bool chooseSubmenu(const Words& words, std::string& error);
     bool slide(const Words& words, std::string& error);
@@ -51,7 +67,14 @@ private:
     bool type(const Words& words, std::string& error);
     bool press(const Words& words, std::string& error);
     bool clear(const Words& words, std::string& error);
-    void printSavedSetting(const std::string& key);
+    bool answer(const Words& words, std::string& error);
+    bool answerFile(const Words& words, std::string& error);
+    bool wait(const Words& words, std::string& error);
+    bool printSetting(const Words& words, std::string& error);
+    bool printSavedSetting(const Words& words, std::string& error);
+    bool printControl(const Words& words, std::string& error);
+    bool printWindow(const Words& words, std::string& error);
+    bool printColorPanel(const Words& words, std::string& error);
 
     PaneHost& host_;
     RunLoop& runLoop_;

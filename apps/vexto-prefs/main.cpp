@@ -5,6 +5,7 @@
 #include "LinuxPaneServices.hpp"
 #include "PaneHost.hpp"
 #include "QtFront.hpp"
+#include "ScriptRunner.hpp"
 #include "ScriptedAlerts.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
@@ -107,6 +108,10 @@ int main(int argc, char** argv)
     }
     if (options->version) {
         std::printf("vexto-prefs %s\n", VEXTO_VERSION_TEXT);
+        return HostRun::success;
+    }
+    if (options->scriptCommands) {
+        std::fputs(ScriptRunner::commandTable().c_str(), stdout);
         return HostRun::success;
     }
     Log::setEchoToStandardError(true);
