@@ -1,5 +1,6 @@
 // Rebuilding the font menu with every installed font, as the pane does each time it opens, and
-// the memory that takes: bench/font-menu.sh runs it next to fc-list listing the same fonts.
+// the memory that takes; reading the installed fonts next to fontconfig's bare listing of them.
+// bench/font-menu.sh runs it, and whole processes beside fc-list.
 //   vexto_font_menu_bench [benchmark options]
 #include "foundation/HomeDirectory.hpp"
 #include "pane/KRVXPreferencePane.hpp"
@@ -13,6 +14,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fontconfig/fontconfig.h>
 #include <malloc.h>
 #include <new>
 
@@ -101,6 +103,26 @@ void readTheInstalledFonts(benchmark::State& state)
     }
 }
 BENCHMARK(readTheInstalledFonts)->Unit(benchmark::kMillisecond);
+
+// fontconfig's own listing of the same properties with nothing done to it: the floor of
+// readTheInstalledFonts, and in-process what fc-list does.
+void fontconfigListsTheFonts(benchmark::State& state)
+{
+    for (auto _ : state) {
+        FcConfig* config = FcInitLoadConfigAndFonts();
+        FcPattern* all = FcPatternCreate();
+        FcObjectSet* objects =
+            FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_POSTSCRIPT_NAME, FC_FULLNAME, FC_WEIGHT,
+                             FC_SLANT, FC_WIDTH, static_cast<char*>(nullptr));
+        FcFontSet* fonts = FcFontList(config, all, objects);
+        benchmark::DoNotOptimize(fonts);
+        FcFontSetDestroy(fonts);
+        FcObjectSetDestroy(objects);
+        FcPatternDestroy(all);
+        FcConfigDestroy(config);
+    }
+}
+BENCHMARK(fontconfigListsTheFonts)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

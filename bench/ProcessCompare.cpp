@@ -1,6 +1,7 @@
 // Runs two commands as whole processes, alternating, and reports for each the median and the
 // quartiles of the wall time and the largest peak resident memory.
-//   vexto_process_compare RUNS NAME-A COMMAND-A... -- NAME-B COMMAND-B...
+//   vexto_process_compare [--status N] RUNS NAME-A COMMAND-A... -- NAME-B COMMAND-B...
+// Each run must end with status N (0 unless given), as a search for nothing ends with 1.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -23,6 +24,8 @@ struct Contender {
     long peakKilobytes = 0;
 };
 
+int expectedStatus = 0;
+
 bool runOnce(Contender& contender)
 {
     posix_spawn_file_actions_t actions;
@@ -42,7 +45,7 @@ bool runOnce(Contender& contender)
     rusage usage{};
     ::wait4(pid, &status, 0, &usage);
     const auto end = std::chrono::steady_clock::now();
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != expectedStatus) {
         std::fprintf(stderr, "%s failed\n", contender.name.c_str());
         return false;
     }
@@ -62,8 +65,14 @@ double quantile(std::vector<double> values, double q)
 
 int main(int argc, char** argv)
 {
+    if (argc > 2 && std::string(argv[1]) == "--status") {
+        expectedStatus = std::atoi(argv[2]);
+        argv += 2;
+        argc -= 2;
+    }
     if (argc < 6) {
-        std::fputs("usage: vexto_process_compare RUNS NAME-A COMMAND... -- NAME-B COMMAND...\n",
+        std::fputs("usage: vexto_process_compare [--status N] RUNS NAME-A COMMAND... -- NAME-B "
+                   "COMMAND...\n",
                    stderr);
         return 2;
     }
