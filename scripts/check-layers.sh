@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fails on an include against the direction of the layers:
-#   foundation <- ports <- toolkit <- product (widgets, system, hotkeys, pane) <- backends (platform)
+#   foundation <- ports <- toolkit <- widgets <- system, hotkeys <- pane <- backends (platform)
 #   and the Qt front <- apps,
 # and on a library used outside the one place it belongs (libplist in the codec, Qt in the front
 # and the apps, the Linux libraries in the Linux backends).
@@ -15,7 +15,7 @@ allowed_for() {
     src/toolkit*) echo "foundation ports toolkit" ;;
     src/widgets*) echo "foundation ports toolkit widgets" ;;
     src/system*) echo "foundation ports toolkit widgets system" ;;
-    src/hotkeys*) echo "foundation ports toolkit widgets system hotkeys pane" ;;
+    src/hotkeys*) echo "foundation ports toolkit widgets hotkeys" ;;
     src/pane*) echo "foundation ports toolkit widgets system hotkeys pane" ;;
     src/platform*) echo "foundation ports toolkit platform" ;;
     src/qt*) echo "foundation ports toolkit platform qt" ;;

@@ -3,18 +3,16 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FormatString.hpp"
 #include "foundation/Log.hpp"
+#include "hotkeys/HotKeyRecorderDelegate.hpp"
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
 #include "hotkeys/KeyLabels.hpp"
-#include "pane/KRVXPreferencePane.hpp"
-#include "pane/SettingKeys.hpp"
+#include "ports/Alerts.hpp"
 #include "ports/RunLoop.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Event.hpp"
 #include "toolkit/Window.hpp"
 
 namespace vexto {
-
-namespace keys = settingkeys;
 
 namespace {
 
@@ -49,17 +47,6 @@ const Color& secondarySelectedControlColor()
     return grey;
 }
 
-// An empty field reads "No Shortcut", but shows nothing while it records.
-std::string emptyText(bool recording)
-{
-    return recording ? " " : KRVXLocalizedString("No Shortcut");
-}
-
-const KeyboardLayout* keyboardLayout(KRVXPreferencePane& pane)
-{
-    return pane.environment().keyboard;
-}
-
 } // namespace
 
 KRVXHotKeyTextView::KRVXHotKeyTextView(Rect frame) : TextView(frame)
@@ -70,9 +57,26 @@ KRVXHotKeyTextView::KRVXHotKeyTextView(Rect frame) : TextView(frame)
 
 KRVXHotKeyTextView::~KRVXHotKeyTextView()
 {
-    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
-        pane->environment().runLoop.cancelPreviousPerformRequests(this);
+    setRecorderDelegate(nullptr);
+}
+
+void KRVXHotKeyTextView::setRecorderDelegate(HotKeyRecorderDelegate* delegate)
+{
+    if (delegate_ != nullptr) {
+        delegate_->hotKeyRunLoop().cancelPreviousPerformRequests(this);
     }
+    delegate_ = delegate;
+}
+
+std::string KRVXHotKeyTextView::localized(std::string_view key) const
+{
+    return delegate_ != nullptr ? delegate_->localizedHotKeyText(key) : std::string(key);
+}
+
+// An empty field reads "No Shortcut", but shows nothing while it records.
+std::string KRVXHotKeyTextView::emptyText(bool recording) const
+{
+    return recording ? " " : localized("No Shortcut");
 }
 
 void KRVXHotKeyTextView::setHotKeyIdentifier(std::string identifier, std::string direction)
@@ -80,7 +84,7 @@ void KRVXHotKeyTextView::setHotKeyIdentifier(std::string identifier, std::string
     identifier_ = std::move(identifier);
     direction_ = std::move(direction);
     if (deleteButton_ != nullptr) {
-        deleteButton_->setToolTip(KRVXLocalizedString("Clear Shortcut"));
+        deleteButton_->setToolTip(localized("Clear Shortcut"));
     }
     showSlot();
 }
@@ -98,11 +102,10 @@ std::string KRVXHotKeyTextView::direction() const
 // The stored record, relabelled for the keyboard layout and exact-matching setting of now.
 void KRVXHotKeyTextView::showSlot()
 {
-    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
-    if (pane == nullptr) {
+    if (delegate_ == nullptr) {
         return;
     }
-    const PlistValue* table = objectForKey(pane->settings(), hotKeyIdentifier());
+    const PlistValue* table = objectForKey(delegate_->hotKeyRecords(), hotKeyIdentifier());
     const PlistValue* stored = table != nullptr && table->isDictionary()
                                    ? objectForKey(*table->asDictionary(), direction())
                                    : nullptr;
@@ -117,12 +120,12 @@ void KRVXHotKeyTextView::showSlot()
             if (objectForKey(*record, "Key Code") != nullptr) {
                 key = KRVXStringForKeyCode(
                     static_cast<std::uint16_t>(integerForKey(*record, "Key Code")), false,
-                    keyboardLayout(*pane));
+                    delegate_->hotKeyKeyboardLayout());
             }
             if (!key) {
                 key = stringByTrimmingModifierPrefix(*visual->asString());
             }
-            const bool exact = pane->boolForSetting(keys::requireExactModifierKeyMatches);
+            const bool exact = delegate_->hotKeyMatching().exact;
             text = key->empty() ? *visual->asString()
                                 : readableKeyStringPrefixWithModifierFlags(modifiers, exact) + *key;
         }
@@ -161,8 +164,8 @@ bool KRVXHotKeyTextView::becomeFirstResponder()
     if (!TextView::becomeFirstResponder()) {
         return false;
     }
-    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
-        RunLoop& loop = pane->environment().runLoop;
+    if (delegate_ != nullptr) {
+        RunLoop& loop = delegate_->hotKeyRunLoop();
         loop.cancelPreviousPerformRequests(this, timeOutSelector, PerformArgument{});
         loop.performAfterDelay(this, timeOutSelector, {}, recordingTimeout, timeOutModes,
                                [this] { timeOutFirstResponder(); });
@@ -180,9 +183,9 @@ void KRVXHotKeyTextView::timeOutFirstResponder()
 
 bool KRVXHotKeyTextView::resignFirstResponder()
 {
-    if (KRVXPreferencePane* pane = KRVXPreferencePane::vexto()) {
-        pane->environment().runLoop.cancelPreviousPerformRequests(this, timeOutSelector,
-                                                                  PerformArgument{});
+    if (delegate_ != nullptr) {
+        delegate_->hotKeyRunLoop().cancelPreviousPerformRequests(this, timeOutSelector,
+                                                                 PerformArgument{});
     }
     // A key that would move the focus (Tab, Shift-Tab) is recorded instead.
     const Event* current = Application::shared().currentEvent();
@@ -250,21 +253,19 @@ void KRVXHotKeyTextView::keyDown(const Event& event)
 void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::string& combination)
 {
     if (refusal.identifier.empty()) {
-        setNotice(FormatString::fill(KRVXLocalizedString("%@ is held by another program"),
-                                     {combination}));
+        setNotice(FormatString::fill(localized("%@ is held by another program"), {combination}));
     } else if (refusal.direction.empty() || refusal.direction == anyDirection) {
-        setNotice(FormatString::fill(KRVXLocalizedString("%@ is already used by %@"),
+        setNotice(FormatString::fill(localized("%@ is already used by %@"),
                                      {combination, titleOfSlot(refusal)}));
     } else {
-        setNotice(FormatString::fill(
-            KRVXLocalizedString("%@ is already used by %@ (%@)"),
-            {combination, titleOfSlot(refusal), KRVXLocalizedString(refusal.direction)}));
+        setNotice(
+            FormatString::fill(localized("%@ is already used by %@ (%@)"),
+                               {combination, titleOfSlot(refusal), localized(refusal.direction)}));
     }
-    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
-    if (pane == nullptr) {
+    if (delegate_ == nullptr) {
         return;
     }
-    RunLoop& loop = pane->environment().runLoop;
+    RunLoop& loop = delegate_->hotKeyRunLoop();
     loop.cancelPreviousPerformRequests(this, clearNoticeSelector, PerformArgument{});
     loop.performAfterDelay(this, clearNoticeSelector, {}, refusalNoticeTime,
                            RunLoopModes{RunLoopMode::Default}, [this] { setNotice({}); });
@@ -283,7 +284,7 @@ std::string KRVXHotKeyTextView::titleOfSlot(const HotKeyRefusal& refusal) const
         if (field != nullptr && !field->title().empty() &&
             field->hotKeyIdentifier() == refusal.identifier &&
             (refusal.direction.empty() || field->direction() == refusal.direction)) {
-            std::string title = KRVXLocalizedString(field->title());
+            std::string title = localized(field->title());
             if (title.ends_with(':')) {
                 title.pop_back();
             }
@@ -295,18 +296,16 @@ std::string KRVXHotKeyTextView::titleOfSlot(const HotKeyRefusal& refusal) const
 
 void KRVXHotKeyTextView::record(const Event& event)
 {
-    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
-    if (pane == nullptr) {
+    if (delegate_ == nullptr) {
         return;
     }
     const std::uint64_t flags = event.modifierFlags();
-    const bool exact = pane->boolForSetting(keys::requireExactModifierKeyMatches);
-    const bool ignoreCapsLock = pane->boolForSetting(keys::ignoreCapsLock, true);
-    const bool ignoreFunctionKey = pane->boolForSetting(keys::ignoreFunctionKey, true);
-    const std::string readable = readableKeyString(event, exact, keyboardLayout(*pane));
-    const auto refusal =
-        KRVXRefusalOfHotKey(event.keyCode(), flags, exact, ignoreCapsLock, ignoreFunctionKey,
-                            pane->settings(), pane->environment().hotKeys);
+    const HotKeyRecorderDelegate::Matching matching = delegate_->hotKeyMatching();
+    const std::string readable =
+        readableKeyString(event, matching.exact, delegate_->hotKeyKeyboardLayout());
+    const auto refusal = KRVXRefusalOfHotKey(
+        event.keyCode(), flags, matching.exact, matching.ignoreCapsLock, matching.ignoreFunctionKey,
+        delegate_->hotKeyRecords(), delegate_->hotKeyRegistrar());
     if (refusal) {
         Application::shared().beep();
         showRefusal(*refusal, readable);
@@ -314,19 +313,21 @@ void KRVXHotKeyTextView::record(const Event& event)
     }
     setNotice({});
     if (KRVXNeedsReservationWarning(flags)) {
-        const int answer = KRVXRunAlertPanel(
-            KRVXLocalizedString("Vexto - Warning"),
-            FormatString::fill(
-                KRVXLocalizedString("Some applications might not respond properly to your input "
-                                    "with the key combination \"%@\" being reserved by Vexto."),
-                {readable}),
-            FormatString::fill(KRVXLocalizedString("Use \"%@\""), {readable}),
-            KRVXLocalizedString("Cancel"), {}, window());
+        const int answer = delegate_->runHotKeyAlert(
+            AlertRequest{localized("Vexto - Warning"),
+                         FormatString::fill(
+                             localized("Some applications might not respond properly to your input "
+                                       "with the key combination \"%@\" being reserved by Vexto."),
+                             {readable}),
+                         FormatString::fill(localized("Use \"%@\""), {readable}),
+                         localized("Cancel"),
+                         {}},
+            window());
         if (answer != 1) {
             return; // still recording, the old contents kept
         }
     }
-    PlistDictionary& settings = pane->settings();
+    PlistDictionary& settings = delegate_->hotKeyRecords();
     PlistValue& table = settings[hotKeyIdentifier()];
     if (!table.isDictionary()) {
         table = PlistDictionary{};
@@ -336,18 +337,17 @@ void KRVXHotKeyTextView::record(const Event& event)
                                      {"Modifiers", std::to_string(flags)},
                                      {"Visual Representation", readable},
                                      {"Character", event.charactersIgnoringModifiers()}});
-    pane->saveSettings();
+    delegate_->hotKeyRecordsDidChange();
     setOccupiedWithVisualHotKeyRepresentation(readable, flags);
     activelyResignFirstResponder();
 }
 
 void KRVXHotKeyTextView::deleteHotKey()
 {
-    KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
-    if (pane == nullptr) {
+    if (delegate_ == nullptr) {
         return;
     }
-    PlistDictionary& settings = pane->settings();
+    PlistDictionary& settings = delegate_->hotKeyRecords();
     const auto table = settings.find(hotKeyIdentifier());
     PlistDictionary* records = table != settings.end() ? table->second.asDictionary() : nullptr;
     const auto found =
@@ -358,7 +358,7 @@ void KRVXHotKeyTextView::deleteHotKey()
     }
     records->erase(found); // the table itself stays, possibly empty
     setOccupiedWithVisualHotKeyRepresentation(std::nullopt, 0);
-    pane->saveSettings();
+    delegate_->hotKeyRecordsDidChange();
 }
 
 TextRange KRVXHotKeyTextView::selectionRangeForProposedRange(TextRange) const

@@ -11,13 +11,15 @@
 
 namespace vexto {
 
+class HotKeyRecorderDelegate;
 class KRVXHotKeyClearButton;
 
 // A one-line field that records one hot key: the slot it edits is a hot-key identifier (the
 // setting key of a hot-key table) and a direction inside that table. Clicked, it records the next
 // key combination pressed (Tab and Shift-Tab included), checks it, stores it and gives up the
 // focus; plain Escape, 30 seconds without a key or a click elsewhere end recording. It is never a
-// text editor. Its clear button sends it delete:.
+// text editor. Its clear button sends it delete:. Its owner, the delegate, keeps the records;
+// without one the field shows and records nothing.
 class KRVXHotKeyTextView : public TextView, public ActionTarget {
 public:
     static constexpr std::string_view unsetIdentifier = "Dummy";
@@ -31,6 +33,10 @@ public:
     KRVXHotKeyTextView(const KRVXHotKeyTextView&) = delete;
     KRVXHotKeyTextView& operator=(const KRVXHotKeyTextView&) = delete;
     const char* className() const override { return "HotKeyTextView"; }
+
+    // Set before the slot; none lets go of the owner (and of what the field asked its clock for).
+    void setRecorderDelegate(HotKeyRecorderDelegate* delegate);
+    HotKeyRecorderDelegate* recorderDelegate() const { return delegate_; }
 
     // Binds the field to a slot (no direction means "Any") and shows what is stored there,
     // relabelled for the current keyboard layout.
@@ -78,10 +84,13 @@ private:
     void showSlot();
     void showRefusal(const HotKeyRefusal& refusal, const std::string& combination);
     std::string titleOfSlot(const HotKeyRefusal& refusal) const;
+    std::string localized(std::string_view key) const;
+    std::string emptyText(bool recording) const;
 
     std::string identifier_;
     std::string direction_;
     std::string title_;
+    HotKeyRecorderDelegate* delegate_ = nullptr;
     KRVXHotKeyClearButton* deleteButton_ = nullptr;
     bool occupied_ = false;
     bool activelyResigning_ = false;

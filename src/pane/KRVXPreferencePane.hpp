@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Bundle.hpp"
+#include "pane/PaneHotKeyRecords.hpp"
 #include "pane/PaneOutlets.hpp"
 #include "pane/SettingsStore.hpp"
 #include "system/DaemonControl.hpp"
@@ -226,6 +227,7 @@ private:
     DaemonControl daemon_;
     ActionTable actions_;
     PaneOutlets outlets_;
+    PaneHotKeyRecords hotKeyRecords_{*this};
     std::shared_ptr<View> mainView_;
     std::string feedbackLink_;
     std::unique_ptr<KeyEventTap> keyEventTap_;

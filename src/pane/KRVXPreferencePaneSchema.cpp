@@ -102,6 +102,7 @@ void KRVXPreferencePane::assignHotKeyIdentifiers()
     for (const PaneControl& row : PaneControlTable::rows()) {
         if (row.kind == ControlKind::HotKeyField) {
             auto* field = static_cast<KRVXHotKeyTextView*>(PaneControlTable::view(row, outlets_));
+            field->setRecorderDelegate(&hotKeyRecords_);
             field->setHotKeyIdentifier(std::string(row.key), std::string(row.direction));
         }
     }

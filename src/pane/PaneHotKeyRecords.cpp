@@ -1,0 +1,54 @@
+#include "pane/PaneHotKeyRecords.hpp"
+
+#include "pane/KRVXPreferencePane.hpp"
+#include "pane/SettingKeys.hpp"
+#include "ports/Alerts.hpp"
+
+namespace vexto {
+
+namespace keys = settingkeys;
+
+PlistDictionary& PaneHotKeyRecords::hotKeyRecords()
+{
+    return pane_.settings();
+}
+
+void PaneHotKeyRecords::hotKeyRecordsDidChange()
+{
+    pane_.saveSettings();
+}
+
+HotKeyRecorderDelegate::Matching PaneHotKeyRecords::hotKeyMatching()
+{
+    return Matching{pane_.boolForSetting(keys::requireExactModifierKeyMatches),
+                    pane_.boolForSetting(keys::ignoreCapsLock, true),
+                    pane_.boolForSetting(keys::ignoreFunctionKey, true)};
+}
+
+RunLoop& PaneHotKeyRecords::hotKeyRunLoop()
+{
+    return pane_.environment().runLoop;
+}
+
+const KeyboardLayout* PaneHotKeyRecords::hotKeyKeyboardLayout()
+{
+    return pane_.environment().keyboard;
+}
+
+HotKeyRegistrar* PaneHotKeyRecords::hotKeyRegistrar()
+{
+    return pane_.environment().hotKeys;
+}
+
+std::string PaneHotKeyRecords::localizedHotKeyText(std::string_view key)
+{
+    return KRVXLocalizedString(key);
+}
+
+int PaneHotKeyRecords::runHotKeyAlert(const AlertRequest& alert, Window* window)
+{
+    return KRVXRunAlertPanel(alert.title, alert.message, alert.defaultButton, alert.alternateButton,
+                             alert.otherButton, window);
+}
+
+} // namespace vexto
