@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Fails on an include against the direction of the layers:
-#   foundation <- ports <- toolkit <- widgets <- system, hotkeys <- pane <- backends (platform)
+#   foundation <- settings, and
+#   foundation <- ports <- toolkit <- widgets <- system, hotkeys <- pane (and settings) <- backends (platform)
 #   and the Qt front <- apps,
 # and on a library used outside the one place it belongs (libplist in the codec, Qt in the front
 # and the apps, the Linux libraries in the Linux backends).
@@ -11,12 +12,13 @@ cd "$(dirname "$0")/.."
 allowed_for() {
     case "$1" in
     src/foundation*) echo "foundation" ;;
+    src/settings*) echo "foundation settings" ;;
     src/ports*) echo "foundation ports" ;;
     src/toolkit*) echo "foundation ports toolkit" ;;
     src/widgets*) echo "foundation ports toolkit widgets" ;;
     src/system*) echo "foundation ports toolkit widgets system" ;;
     src/hotkeys*) echo "foundation ports toolkit widgets hotkeys" ;;
-    src/pane*) echo "foundation ports toolkit widgets system hotkeys pane" ;;
+    src/pane*) echo "foundation settings ports toolkit widgets system hotkeys pane" ;;
     src/platform*) echo "foundation ports toolkit platform" ;;
     src/qt*) echo "foundation ports toolkit platform qt" ;;
     apps/*) echo "foundation ports toolkit platform qt" ;;

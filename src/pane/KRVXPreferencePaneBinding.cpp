@@ -1,9 +1,9 @@
 // How each kind of control turns the person's change into a stored value, what else it enables,
 // hides or asks of the daemon, and whether it saves at once or a moment later.
 #include "foundation/DictionaryExtensions.hpp"
-#include "pane/AppearanceDefaults.hpp"
 #include "pane/KRVXPreferencePane.hpp"
-#include "pane/SettingKeys.hpp"
+#include "settings/AppearanceDefaults.hpp"
+#include "settings/SettingKeys.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"

@@ -2,8 +2,8 @@
 // font and smoothing ticked.
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/MenuExtensions.hpp"
-#include "pane/SettingKeys.hpp"
 #include "ports/FontCatalog.hpp"
+#include "settings/SettingKeys.hpp"
 #include "toolkit/PopUpButton.hpp"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "pane/PaneControlTable.hpp"
 
 #include "hotkeys/KRVXHotKeyTextView.hpp"
-#include "pane/SettingKeys.hpp"
+#include "settings/SettingKeys.hpp"
 #include "system/SystemVersionChecks.hpp"
 #include "toolkit/Button.hpp"
 #include "toolkit/ColorWell.hpp"

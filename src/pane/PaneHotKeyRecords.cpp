@@ -1,8 +1,8 @@
 #include "pane/PaneHotKeyRecords.hpp"
 
 #include "pane/KRVXPreferencePane.hpp"
-#include "pane/SettingKeys.hpp"
 #include "ports/Alerts.hpp"
+#include "settings/SettingKeys.hpp"
 
 namespace vexto {
 

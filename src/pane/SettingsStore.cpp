@@ -7,8 +7,8 @@
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/StringExtensions.hpp"
-#include "pane/SettingsFileRecovery.hpp"
 #include "ports/RunLoop.hpp"
+#include "settings/SettingsFileRecovery.hpp"
 
 #include <algorithm>
 #include <ctime>

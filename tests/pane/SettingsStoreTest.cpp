@@ -5,8 +5,8 @@
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "foundation/PropertyListCodec.hpp"
-#include "pane/SettingKeys.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
+#include "settings/SettingKeys.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #include "SampleAppearance.hpp"
 #include "SamplePanelView.hpp"
 #include "foundation/DictionaryExtensions.hpp"
-#include "pane/SettingKeys.hpp"
 #include "platform/fake/FakeFontCatalog.hpp"
 #include "platform/fake/RecordingCanvas.hpp"
+#include "settings/SettingKeys.hpp"
 
 #include <gtest/gtest.h>
 

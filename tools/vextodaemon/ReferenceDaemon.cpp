@@ -9,9 +9,9 @@
 #include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
-#include "pane/SettingsFileRecovery.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
+#include "settings/SettingsFileRecovery.hpp"
 #include "system/DaemonNotifications.hpp"
 #include "system/KRVXRemoteSparkleWrapper.hpp"
 

@@ -1,9 +1,9 @@
 #include "SampleAppearance.hpp"
 
 #include "foundation/DictionaryExtensions.hpp"
-#include "pane/AppearanceDefaults.hpp"
-#include "pane/SettingKeys.hpp"
 #include "ports/FontCatalog.hpp"
+#include "settings/AppearanceDefaults.hpp"
+#include "settings/SettingKeys.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "pane/AppearanceDefaults.hpp"
+#include "settings/AppearanceDefaults.hpp"
 
-#include "pane/SettingKeys.hpp"
+#include "settings/SettingKeys.hpp"
 
 namespace vexto {
 

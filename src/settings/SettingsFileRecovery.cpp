@@ -1,4 +1,4 @@
-#include "pane/SettingsFileRecovery.hpp"
+#include "settings/SettingsFileRecovery.hpp"
 
 #include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
