@@ -3,6 +3,7 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "pane/KRVXPreferencePane.hpp"
 #include "settings/AppearanceDefaults.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Button.hpp"
@@ -197,7 +198,8 @@ std::int64_t KRVXPreferencePane::gradientValueForWell(const ColorWell* well)
     if (well == nullptr || well != outlets_.selectionColorWell) {
         return 0;
     }
-    return integerForSetting(keys::selectionGradient, AppearanceDefaults::selectionGradient);
+    return integerForSetting(keys::selectionGradient,
+                             settingdeclarations::integerDefault(keys::selectionGradient));
 }
 
 void KRVXPreferencePane::setGradientValue(std::int64_t value, const ColorWell* well)

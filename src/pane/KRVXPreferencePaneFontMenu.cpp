@@ -3,6 +3,7 @@
 #include "pane/KRVXPreferencePane.hpp"
 #include "pane/MenuExtensions.hpp"
 #include "ports/FontCatalog.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 #include "toolkit/PopUpButton.hpp"
 
@@ -27,7 +28,8 @@ bool caseInsensitiveLess(const std::string& a, const std::string& b)
 std::shared_ptr<Menu> KRVXPreferencePane::fontSmoothingMenu()
 {
     auto menu = std::make_shared<Menu>("Smoothing");
-    const std::int64_t stored = integerForSetting(keys::fontSmoothing, 0);
+    const std::int64_t stored = integerForSetting(
+        keys::fontSmoothing, settingdeclarations::integerDefault(keys::fontSmoothing));
     const auto add = [&](const char* title, int tag, bool ticked) {
         MenuItem& item =
             menu->addItemWithTitle(KRVXLocalizedString(title), "changeFontSmoothing:", tag);

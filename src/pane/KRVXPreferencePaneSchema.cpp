@@ -9,6 +9,7 @@
 #include "pane/PaneControlTable.hpp"
 #include "ports/FontCatalog.hpp"
 #include "settings/AppearanceDefaults.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 #include "system/SystemVersionChecks.hpp"
 #include "toolkit/Button.hpp"
@@ -25,10 +26,10 @@ namespace keys = settingkeys;
 
 namespace {
 
-constexpr double defaultTimeout = 0.2;
-constexpr double defaultItemSize = 48;
-constexpr double smallestItemSize = 12;
-constexpr double largestItemSize = 128;
+constexpr double defaultTimeout = settingdeclarations::realDefault(keys::accessibilityApiTimeout);
+constexpr double defaultItemSize = settingdeclarations::realDefault(keys::itemHeight);
+constexpr double smallestItemSize = settingdeclarations::minimum(keys::itemHeight);
+constexpr double largestItemSize = settingdeclarations::maximum(keys::itemHeight);
 
 std::optional<double> numberIn(const PlistDictionary& dictionary, std::string_view key)
 {
@@ -51,7 +52,7 @@ void KRVXPreferencePane::initializeSettings()
 {
     const PaneOutlets& o = outlets_;
     assignHotKeyIdentifiers();
-    setDefaultBool(settings(), PaneControlTable::byKey(keys::showPreviews)->codeDefault == 1,
+    setDefaultBool(settings(), settingdeclarations::booleanDefault(keys::showPreviews),
                    keys::showPreviews);
     migrateLegacySettings();
     for (Button* box :
@@ -87,13 +88,14 @@ void KRVXPreferencePane::initializeSettings()
 void KRVXPreferencePane::fillPopUp(PopUpButton& popUp)
 {
     const PaneControl* row = PaneControlTable::forView(&popUp, outlets_);
-    if (row == nullptr || !row->codeDefault) {
+    const auto codeDefault = row != nullptr ? PaneControlTable::codeDefault(*row) : std::nullopt;
+    if (!codeDefault) {
         return;
     }
     if (row->kind == ControlKind::PopUpByTag) {
-        KRVXSetPopUpButtonStateFromTag(popUp, *row->codeDefault);
+        KRVXSetPopUpButtonStateFromTag(popUp, *codeDefault);
     } else {
-        KRVXSetPopUpButtonState(popUp, *row->codeDefault);
+        KRVXSetPopUpButtonState(popUp, *codeDefault);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "pane/PaneControlTable.hpp"
 
 #include "hotkeys/KRVXHotKeyTextView.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 #include "system/SystemVersionChecks.hpp"
 #include "toolkit/Button.hpp"
@@ -22,8 +23,9 @@ using K = ControlKind;
 // The outlet's name and the outlet itself, from one word, so that the two cannot disagree.
 #define OUTLET(name) #name, &O::name
 
-// Pop-up defaults are tags or indices of the items the interface builds; check boxes not listed
-// with a default take the defaults file's value, then off.
+// The code defaults of the settings are declared with them (settings/SettingDeclarations.hpp):
+// pop-ups' are tags or indices of the items the interface builds; check boxes without one take
+// the defaults file's value, then off.
 // clang-format off
 const PaneControl table[] = {
     // Above the tabs.
@@ -34,29 +36,29 @@ const PaneControl table[] = {
     {OUTLET(helpButton), "", K::PushButton},
 
     // Hot keys.
-    {OUTLET(allForwardTextView), "triggers", K::HotKeyField, keys::cycleAllWindows, {}, "Forward"},
+    {OUTLET(allForwardTextView), "triggers", K::HotKeyField, keys::cycleAllWindows, "Forward"},
     {OUTLET(allBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindows, {}, "Backward"},
+     keys::cycleAllWindows, "Backward"},
     {OUTLET(normalForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindows, {}, "Forward"},
+     keys::cycleNonMinimizedWindows, "Forward"},
     {OUTLET(normalBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindows, {}, "Backward"},
+     keys::cycleNonMinimizedWindows, "Backward"},
     {OUTLET(minimizedForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindows, {}, "Forward"},
+     keys::cycleMinimizedWindows, "Forward"},
     {OUTLET(minimizedBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindows, {}, "Backward"},
+     keys::cycleMinimizedWindows, "Backward"},
     {OUTLET(frontmostAllForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindowsOfFrontmostApplication, {}, "Forward"},
+     keys::cycleAllWindowsOfFrontmostApplication, "Forward"},
     {OUTLET(frontmostAllBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindowsOfFrontmostApplication, {}, "Backward"},
+     keys::cycleAllWindowsOfFrontmostApplication, "Backward"},
     {OUTLET(frontmostNormalForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindowsOfFrontmostApplication, {}, "Forward"},
+     keys::cycleNonMinimizedWindowsOfFrontmostApplication, "Forward"},
     {OUTLET(frontmostNormalBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindowsOfFrontmostApplication, {}, "Backward"},
+     keys::cycleNonMinimizedWindowsOfFrontmostApplication, "Backward"},
     {OUTLET(frontmostMinimizedForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindowsOfFrontmostApplication, {}, "Forward"},
+     keys::cycleMinimizedWindowsOfFrontmostApplication, "Forward"},
     {OUTLET(frontmostMinimizedBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindowsOfFrontmostApplication, {}, "Backward"},
+     keys::cycleMinimizedWindowsOfFrontmostApplication, "Backward"},
     {OUTLET(zoomFrontmostTextView), "triggers", K::HotKeyField,
      keys::additionalZoomFrontmostWindow},
     {OUTLET(minimizeFrontmostTextView), "triggers", K::HotKeyField,
@@ -73,26 +75,26 @@ const PaneControl table[] = {
      keys::additionalCloseMinimizedWindowsOfFrontmostApplication},
 
     // The panel.
-    {OUTLET(panelDelayPopUpButton), "panel", K::PopUpByTag, keys::panelDelay, 200},
-    {OUTLET(panelScreenPopUpButton), "panel", K::PopUpByTag, keys::showPanelOnMouseScreen, 0},
+    {OUTLET(panelDelayPopUpButton), "panel", K::PopUpByTag, keys::panelDelay},
+    {OUTLET(panelScreenPopUpButton), "panel", K::PopUpByTag, keys::showPanelOnMouseScreen},
     {OUTLET(addActivateItemButton), "panel", K::CheckBox, keys::activateItem},
-    {OUTLET(addActivateItemPopUpButton), "panel", K::PopUpByIndex, keys::activateItemMode, 0},
+    {OUTLET(addActivateItemPopUpButton), "panel", K::PopUpByIndex, keys::activateItemMode},
     {OUTLET(addCancelItemButton), "panel", K::CheckBox, keys::cancelItem},
-    {OUTLET(addCancelItemPopUpButton), "panel", K::PopUpByIndex, keys::cancelItemMode, 1},
+    {OUTLET(addCancelItemPopUpButton), "panel", K::PopUpByIndex, keys::cancelItemMode},
     {OUTLET(activateOnNoModifiersButton), "panel", K::CheckBox, keys::activateOnNoModifiers},
     {OUTLET(initiallySelectNextWindowButton), "panel", K::CheckBox, keys::stepForwardInitially},
     {OUTLET(wrapAroundScrollingButton), "panel", K::CheckBox, keys::wrapAroundScrolling},
     {OUTLET(applicationsSortOrderPopUpButton), "panel", K::PopUpByTag,
-     keys::applicationsSortOrder, 3},
+     keys::applicationsSortOrder},
     {OUTLET(invertApplicationsSortOrderButton), "panel", K::CheckBox,
      keys::invertApplicationsSortOrder},
     {OUTLET(showApplicationNamesButton), "panel", K::CheckBox, keys::showApplicationNames},
-    {OUTLET(iconModePopUpButton), "panel", K::PopUpByTag, keys::iconMode, 1},
+    {OUTLET(iconModePopUpButton), "panel", K::PopUpByTag, keys::iconMode},
     {OUTLET(showDocumentIconOverlaysButton), "panel", K::CheckBox, keys::showDocumentIconOverlays},
     {OUTLET(showShortcutBadgesButton), "panel", K::CheckBox, keys::showShortcutBadges},
-    {OUTLET(showQuickLookButton), "panel", K::CheckBox, keys::showPreviews, 1},
-    {OUTLET(quickLookDelayPopUpButton), "panel", K::PopUpByTag, keys::previewDelay, 2000},
-    {OUTLET(switchAcrossSpacesButton), "panel", K::CheckBox, keys::switchAcrossSpaces, 1},
+    {OUTLET(showQuickLookButton), "panel", K::CheckBox, keys::showPreviews},
+    {OUTLET(quickLookDelayPopUpButton), "panel", K::PopUpByTag, keys::previewDelay},
+    {OUTLET(switchAcrossSpacesButton), "panel", K::CheckBox, keys::switchAcrossSpaces},
     {OUTLET(showSpaceBadgesButton), "panel", K::CheckBox, keys::alwaysShowSpaceBadges},
 
     // Appearance.
@@ -114,17 +116,17 @@ const PaneControl table[] = {
     {OUTLET(keyBadgeColorWell), "appearance", K::ColorWell, keys::keyBadgeColor},
     {OUTLET(quickLookBorderColorWell), "appearance", K::ColorWell, keys::previewBorderColor},
     {OUTLET(spaceBadgeColorWell), "appearance", K::ColorWell,
-     keys::spaceIndicatorColor, {}, {}, keys::spaceBadgeColor},
+     keys::spaceIndicatorColor, {}, keys::spaceBadgeColor},
     {OUTLET(spaceBadgeColorLabel), "appearance", K::Label},
     {OUTLET(panelShadowButton), "appearance", K::CheckBox, keys::panelShadow},
     {OUTLET(applicationNameShadowButton), "appearance", K::CheckBox, keys::applicationNameShadow},
     {OUTLET(windowNameShadowButton), "appearance", K::CheckBox, keys::windowNameShadow},
 
     // Windows.
-    {OUTLET(afterZoomingPopUpButton), "windows", K::PopUpByIndex, keys::afterZoomSelection, 2},
+    {OUTLET(afterZoomingPopUpButton), "windows", K::PopUpByIndex, keys::afterZoomSelection},
     {OUTLET(afterMinimizingPopUpButton), "windows", K::PopUpByIndex,
-     keys::afterMinimizeSelection, 2},
-    {OUTLET(afterClosingPopUpButton), "windows", K::PopUpByIndex, keys::afterCloseSelection, 3},
+     keys::afterMinimizeSelection},
+    {OUTLET(afterClosingPopUpButton), "windows", K::PopUpByIndex, keys::afterCloseSelection},
     {OUTLET(processWindowsWhenDoneButton), "windows", K::CheckBox, keys::processWindowsWhenDone},
     {OUTLET(applicationExceptionsTextField), "windows", K::ExceptionsField,
      keys::applicationExceptions},
@@ -206,6 +208,15 @@ const PaneControl* PaneControlTable::forView(const View* view, const PaneOutlets
         }
     }
     return nullptr;
+}
+
+std::optional<std::int64_t> PaneControlTable::codeDefault(const PaneControl& row)
+{
+    const SettingDeclaration* declaration = settingdeclarations::forKey(row.key);
+    if (declaration == nullptr || !declaration->codeDefault) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(*declaration->codeDefault);
 }
 
 std::string_view PaneControlTable::keyOf(const PaneControl& row)

@@ -34,16 +34,14 @@ using OutletMember =
                  ColorWell * PaneOutlets::*, KRVXHotKeyTextView * PaneOutlets::*,
                  KRVXLinkTextField * PaneOutlets::*>;
 
-// One outlet of the pane: its name, where it is, the setting it edits and the default the pane
-// applies when the setting is absent.
+// One outlet of the pane: its name, where it is and the setting it edits.
 struct PaneControl {
     std::string_view outlet;
     OutletMember member;
     std::string_view tab; // identifier of its settings tab; empty above the tabs
     ControlKind kind;
-    std::string_view key = {};                    // none: the control stores nothing
-    std::optional<std::int64_t> codeDefault = {}; // a tag, an index or a boolean (1 / 0)
-    std::string_view direction = {};              // hot-key fields: "Forward", "Backward" or none
+    std::string_view key = {};             // none: the control stores nothing
+    std::string_view direction = {};       // hot-key fields: "Forward", "Backward" or none
     std::string_view olderSystemsKey = {}; // the key without reduced Spaces support, when other
 };
 
@@ -60,6 +58,9 @@ public:
 
     // The setting of the control on the system the pane runs on now.
     static std::string_view keyOf(const PaneControl& row);
+    // The default its setting is declared with (a tag, an index or a boolean as 1 or 0): what
+    // the control shows while the settings hold none. None where the declaration gives none.
+    static std::optional<std::int64_t> codeDefault(const PaneControl& row);
 
     // Gives every control of the table its target and the action its kind sends; exception
     // fields get the text delegate instead.

@@ -2,6 +2,7 @@
 
 #include "pane/KRVXPreferencePane.hpp"
 #include "ports/Alerts.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 
 namespace vexto {
@@ -20,9 +21,13 @@ void PaneHotKeyRecords::hotKeyRecordsDidChange()
 
 HotKeyRecorderDelegate::Matching PaneHotKeyRecords::hotKeyMatching()
 {
-    return Matching{pane_.boolForSetting(keys::requireExactModifierKeyMatches),
-                    pane_.boolForSetting(keys::ignoreCapsLock, true),
-                    pane_.boolForSetting(keys::ignoreFunctionKey, true)};
+    namespace declared = settingdeclarations;
+    return Matching{
+        pane_.boolForSetting(keys::requireExactModifierKeyMatches,
+                             declared::booleanDefault(keys::requireExactModifierKeyMatches)),
+        pane_.boolForSetting(keys::ignoreCapsLock, declared::booleanDefault(keys::ignoreCapsLock)),
+        pane_.boolForSetting(keys::ignoreFunctionKey,
+                             declared::booleanDefault(keys::ignoreFunctionKey))};
 }
 
 RunLoop& PaneHotKeyRecords::hotKeyRunLoop()

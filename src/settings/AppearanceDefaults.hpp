@@ -14,8 +14,6 @@ public:
     // None for a key without a fixed default: the key badge follows the selection colour, and
     // the Space badge colour depends on the system.
     static std::optional<Color> colorForKey(std::string_view key);
-    // What "Selection Gradient" reads as while the settings hold none.
-    static constexpr long long selectionGradient = -15;
 };
 
 } // namespace vexto

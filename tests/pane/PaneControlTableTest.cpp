@@ -113,7 +113,7 @@ TEST_F(PaneControlTableTest, EverySettingIsEditedByTheControlTheRequirementsName
         ASSERT_NE(row, nullptr);
         EXPECT_EQ(row->key, expected.key);
         EXPECT_EQ(row->kind, expected.kind);
-        EXPECT_EQ(row->codeDefault, expected.codeDefault);
+        EXPECT_EQ(PaneControlTable::codeDefault(*row), expected.codeDefault);
         // Through the automation surface, as scripts reach it.
         EXPECT_EQ(pane->settingForControl(pane->outletNamed(expected.outlet)), expected.key);
     }
@@ -246,21 +246,22 @@ TEST_F(PaneControlTableTest, CodeDefaultsNameExistingItemsAndAgreeWithTheShipped
     ASSERT_TRUE(shipped.value && shipped.value->isDictionary());
     const PlistDictionary& defaults = *shipped.value->asDictionary();
     for (const PaneControl& row : PaneControlTable::rows()) {
-        if (!row.codeDefault) {
+        const auto codeDefault = PaneControlTable::codeDefault(row);
+        if (!codeDefault) {
             continue;
         }
         SCOPED_TRACE(row.outlet);
         if (const auto* popUp = dynamic_cast<PopUpButton*>(PaneControlTable::view(row, o()))) {
             const bool exists =
                 row.kind == K::PopUpByTag
-                    ? popUp->menu().indexOfItemWithTag(static_cast<int>(*row.codeDefault)) >= 0
-                    : *row.codeDefault >= 0 && *row.codeDefault < popUp->numberOfItems();
+                    ? popUp->menu().indexOfItemWithTag(static_cast<int>(*codeDefault)) >= 0
+                    : *codeDefault >= 0 && *codeDefault < popUp->numberOfItems();
             EXPECT_TRUE(exists) << "the default names no item";
         } else {
-            EXPECT_TRUE(*row.codeDefault == 0 || *row.codeDefault == 1);
+            EXPECT_TRUE(*codeDefault == 0 || *codeDefault == 1);
         }
         if (const auto found = defaults.find(row.key); found != defaults.end()) {
-            EXPECT_EQ(found->second.integerValue(), row.codeDefault);
+            EXPECT_EQ(found->second.integerValue(), codeDefault);
         }
     }
 }

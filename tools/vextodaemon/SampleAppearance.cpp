@@ -3,6 +3,7 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "ports/FontCatalog.hpp"
 #include "settings/AppearanceDefaults.hpp"
+#include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 
 #include <algorithm>
@@ -125,14 +126,17 @@ SampleAppearance SampleAppearance::fromSettings(const PlistDictionary& userSetti
     look.keyBadge = settings.color(keys::keyBadgeColor, look.selection);
 
     look.selectionGradient =
-        settings.integer(keys::selectionGradient).value_or(AppearanceDefaults::selectionGradient);
+        settings.integer(keys::selectionGradient)
+            .value_or(settingdeclarations::integerDefault(keys::selectionGradient));
 
-    look.itemSize =
-        std::clamp(settings.number(keys::itemHeight).value_or(48.0), smallestItem, largestItem);
+    look.itemSize = std::clamp(settings.number(keys::itemHeight)
+                                   .value_or(settingdeclarations::realDefault(keys::itemHeight)),
+                               smallestItem, largestItem);
     if (const auto width = settings.number(keys::maximumWidth); width && *width >= 0.01) {
         look.maximumWidth = std::min(*width, 1.0);
     }
-    look.smoothFonts = settings.integer(keys::fontSmoothing).value_or(0) >= 0;
+    look.smoothFonts = settings.integer(keys::fontSmoothing)
+                           .value_or(settingdeclarations::integerDefault(keys::fontSmoothing)) >= 0;
 
     look.panelShadow = settings.flag(keys::panelShadow, true);
     look.applicationNameShadow = settings.flag(keys::applicationNameShadow, true);
