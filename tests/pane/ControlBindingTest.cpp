@@ -81,6 +81,17 @@ TEST_F(ControlBindingTest, APanelAlmostAsWideAsTheScreenIsStoredAsWideAsNeeded)
     EXPECT_FLOAT_EQ(static_cast<float>(*storedReal(keys::itemHeight)), 128);
 }
 
+TEST_F(ControlBindingTest, TheItemSizeStaysBetweenTwelveAndAHundredAndTwentyEightPoints)
+{
+    const std::pair<double, double> dragged[] = {
+        {12, 12}, {5, 12}, {12.4, 12}, {127.6, 128}, {200, 128}};
+    for (const auto& [to, stored] : dragged) {
+        drag(o().maximumTextSizeSlider, to);
+        EXPECT_EQ(storedReal("Item Height"), stored) << to;
+    }
+    EXPECT_EQ(o().maximumTextSizeTextField->stringValue(), "Item size: 128 pt.");
+}
+
 TEST_F(ControlBindingTest, TheWidthSlidersNarrowEndIsNarrow)
 {
     // Below 0.01 a width means "as wide as needed": the slider must not reach there.

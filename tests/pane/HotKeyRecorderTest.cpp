@@ -113,6 +113,22 @@ TEST_F(HotKeyRecorderTest, CombinationsAlreadyHeldBeepAndRecordingGoesOn)
     EXPECT_EQ(stored("Backward"), nullptr);
 }
 
+// The two lock-like keys follow their own settings: here Caps Lock counts and Fn does not.
+TEST_F(HotKeyRecorderTest, CapsLockAndFnEachFollowTheirOwnSetting)
+{
+    pane->settings()["Ignore Caps Lock"] = PlistValue(false);
+    pane->settings()["Ignore Function Key"] = PlistValue(true);
+    focus();
+    press(tabKey, Event::optionKeyMask, "\t");
+    const int beeps = Application::shared().beepCount();
+    clickInto(o().allBackwardTextView);
+    press(tabKey, Event::optionKeyMask | Event::functionKeyMask, "\t");
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 1) << "Fn is ignored: the same keys";
+    press(tabKey, Event::optionKeyMask | Event::capsLockKeyMask, "\t");
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 1) << "Caps Lock makes it another";
+    EXPECT_NE(stored("Backward"), nullptr);
+}
+
 // The reason is shown beside the field for a few seconds, naming the slot by its label.
 TEST_F(HotKeyRecorderTest, ARefusalSaysWhoHoldsTheCombination)
 {

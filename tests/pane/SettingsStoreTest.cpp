@@ -195,9 +195,13 @@ TEST_F(SettingsStoreTest, ASettingsFileKeptInDotfilesIsReadAndSavedThroughItsLin
 TEST_F(SettingsStoreTest, ADanglingOrLoopingLinkIsKeptAsideAndTheDefaultsTakeItsPlace)
 {
     const std::string folder = home.file("Library/Application Support/Vexto");
+    // A link to a damaged file is kept aside for the file's own fault.
+    test::TemporaryFolder dotfiles;
+    test::writeText(dotfiles.file("damaged.plist"), "<plist><dict>");
     const std::pair<std::string, std::string> links[] = {
         {"/nonexistent/vexto.plist", "a link to /nonexistent/vexto.plist, which does not exist"},
         {"Settings.plist", "a link that loops"},
+        {dotfiles.file("damaged.plist"), "not a property list"},
     };
     for (const auto& [target, reason] : links) {
         SCOPED_TRACE(reason);
