@@ -139,6 +139,18 @@ View* ScriptRunner::outlet(const std::string& name, std::string& error) const
     return view;
 }
 
+template <typename Kind>
+Kind* ScriptRunner::outletOfKind(const std::string& name, const char* kind,
+                                 std::string& error) const
+{
+    View* view = outlet(name, error);
+    auto* found = dynamic_cast<Kind*>(view);
+    if (view != nullptr && found == nullptr) {
+        fail(error, name + " is not " + kind);
+    }
+    return found;
+}
+
 std::span<const ScriptCommand> ScriptRunner::commands()
 {
     using R = ScriptRunner;
@@ -308,14 +320,10 @@ bool ScriptRunner::hover(const Words& words, std::string& error)
 
 bool ScriptRunner::setState(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* button = dynamic_cast<Button*>(view);
+    auto* button = outletOfKind<Button>(words[1], "a button", error);
     const auto state = NumericText::wholeReal(words[2]);
-    if (view == nullptr) {
-        return false;
-    }
     if (button == nullptr) {
-        return fail(error, words[1] + " is not a button");
+        return false;
     }
     if (!state || (*state != -1 && *state != 0 && *state != 1)) {
         return fail(error, "a state is -1, 0 or 1, not " + words[2]);
@@ -398,10 +406,9 @@ bool ScriptRunner::printColorPanel(const Words&, std::string&)
 
 bool ScriptRunner::choose(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* popUp = dynamic_cast<PopUpButton*>(view);
+    auto* popUp = outletOfKind<PopUpButton>(words[1], "a pop-up", error);
     if (popUp == nullptr) {
-        return view != nullptr && fail(error, words[1] + " is not a pop-up");
+        return false;
     }
     popUp->willOpenMenu(); // menus built on demand are built now
     const std::string& choice = words[2];
@@ -426,10 +433,9 @@ bool ScriptRunner::choose(const Words& words, std::string& error)
 
 bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* popUp = dynamic_cast<PopUpButton*>(view);
+    auto* popUp = outletOfKind<PopUpButton>(words[1], "a pop-up", error);
     if (popUp == nullptr) {
-        return view != nullptr && fail(error, words[1] + " is not a pop-up");
+        return false;
     }
     popUp->willOpenMenu();
     const MenuItem* item = popUp->itemAtIndex(popUp->menu().indexOfItemWithTitle(words[2]));
@@ -447,11 +453,10 @@ bool ScriptRunner::chooseSubmenu(const Words& words, std::string& error)
 
 bool ScriptRunner::slide(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* slider = dynamic_cast<Slider*>(view);
+    auto* slider = outletOfKind<Slider>(words[1], "a slider", error);
     const auto value = NumericText::wholeReal(words[2]);
     if (slider == nullptr) {
-        return view != nullptr && fail(error, words[1] + " is not a slider");
+        return false;
     }
     if (!value) {
         return fail(error, "not a number: " + words[2]);
@@ -472,11 +477,10 @@ void ScriptRunner::drag(Slider& slider, double value)
 // colour panel, and then the strip's slider is dragged.
 bool ScriptRunner::setGradient(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* well = dynamic_cast<ColorWell*>(view);
+    auto* well = outletOfKind<ColorWell>(words[1], "a colour well", error);
     const auto value = NumericText::wholeReal(words[2]);
     if (well == nullptr) {
-        return view != nullptr && fail(error, words[1] + " is not a colour well");
+        return false;
     }
     if (!value) {
         return fail(error, "not a number: " + words[2]);
@@ -518,10 +522,9 @@ bool ScriptRunner::clickStrip(const Words& words, std::string& error)
 
 bool ScriptRunner::type(const Words& words, std::string& error)
 {
-    View* view = outlet(words[1], error);
-    auto* field = dynamic_cast<TextField*>(view);
+    auto* field = outletOfKind<TextField>(words[1], "a text field", error);
     if (field == nullptr) {
-        return view != nullptr && fail(error, words[1] + " is not a text field");
+        return false;
     }
     if (words[2].empty()) {
         field->userDidEditText("");

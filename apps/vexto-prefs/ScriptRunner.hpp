@@ -49,6 +49,9 @@ private:
 
     bool runCommand(const Words& words, std::string& error);
     View* outlet(const std::string& name, std::string& error) const;
+    // The outlet when it is of that kind; none, with why, when it is missing or of another.
+    template <typename Kind>
+    Kind* outletOfKind(const std::string& name, const char* kind, std::string& error) const;
 
     bool quit(const Words& words, std::string& error);
     bool select(const Words& words, std::string& error);
