@@ -109,13 +109,15 @@ void LinuxDesktop::childEnded(int pidfd)
     int status = 0;
     // The descriptor is readable once the child has ended; until it is collected here, its
     // number cannot be given to another process.
-    if (::waitpid(child.pid, &status, WNOHANG) != child.pid) {
+    const pid_t collected = ::waitpid(child.pid, &status, WNOHANG);
+    if (collected == 0) {
         return;
     }
     loop_->unwatchDescriptor(pidfd);
     ::close(pidfd);
     children_.erase(found);
-    if (applicationEnded_) {
+    // Collected elsewhere (a host that ignores SIGCHLD): how it ended is not known.
+    if (collected == child.pid && applicationEnded_) {
         applicationEnded_(ApplicationEnd{child.path, child.pid, causeOfEnd(status),
                                          WIFEXITED(status) && WEXITSTATUS(status) == 0});
     }
