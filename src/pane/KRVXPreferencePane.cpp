@@ -102,13 +102,8 @@ KRVXPreferencePane::KRVXPreferencePane(std::string bundlePath, PaneEnvironment e
 KRVXPreferencePane::~KRVXPreferencePane()
 {
     // The fields may outlive the pane in a window that still shows them.
-    for (const PaneControl& row : PaneControlTable::rows()) {
-        if (row.kind == ControlKind::HotKeyField) {
-            if (auto* field =
-                    static_cast<KRVXHotKeyTextView*>(PaneControlTable::view(row, outlets_))) {
-                field->setRecorderDelegate(nullptr);
-            }
-        }
+    for (const auto& [row, field] : hotKeyFields()) {
+        field->setRecorderDelegate(nullptr);
     }
     environment_.distributedCenter.removeObserver(this);
     environment_.workspaceCenter.removeObserver(this);

@@ -18,10 +18,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vexto {
 
 class Button;
+class KRVXHotKeyTextView;
+struct PaneControl;
 class Image;
 class KeyEventTap;
 class PopUpButton;
@@ -191,6 +195,8 @@ private:
     bool initializeSwitch(Button* checkBox, const PlistDictionary& presets, bool setSetting);
     void initializeFontsPopUpButton(const PlistDictionary& presets, bool setSetting);
     void assignHotKeyIdentifiers();
+    // Every hot-key field the interface built, with its row of the control table.
+    std::vector<std::pair<const PaneControl*, KRVXHotKeyTextView*>> hotKeyFields() const;
     void migrateLegacySettings();
     void fillCheckBox(Button* checkBox);
     void fillPopUp(PopUpButton& popUp);

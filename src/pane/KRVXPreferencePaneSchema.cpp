@@ -99,14 +99,26 @@ void KRVXPreferencePane::fillPopUp(PopUpButton& popUp)
     }
 }
 
+std::vector<std::pair<const PaneControl*, KRVXHotKeyTextView*>>
+KRVXPreferencePane::hotKeyFields() const
+{
+    std::vector<std::pair<const PaneControl*, KRVXHotKeyTextView*>> fields;
+    for (const PaneControl& row : PaneControlTable::rows()) {
+        auto* field = row.kind == ControlKind::HotKeyField
+                          ? static_cast<KRVXHotKeyTextView*>(PaneControlTable::view(row, outlets_))
+                          : nullptr;
+        if (field != nullptr) {
+            fields.emplace_back(&row, field);
+        }
+    }
+    return fields;
+}
+
 void KRVXPreferencePane::assignHotKeyIdentifiers()
 {
-    for (const PaneControl& row : PaneControlTable::rows()) {
-        if (row.kind == ControlKind::HotKeyField) {
-            auto* field = static_cast<KRVXHotKeyTextView*>(PaneControlTable::view(row, outlets_));
-            field->setRecorderDelegate(&hotKeyRecords_);
-            field->setHotKeyIdentifier(std::string(row.key), std::string(row.direction));
-        }
+    for (const auto& [row, field] : hotKeyFields()) {
+        field->setRecorderDelegate(&hotKeyRecords_);
+        field->setHotKeyIdentifier(std::string(row->key), std::string(row->direction));
     }
 }
 
