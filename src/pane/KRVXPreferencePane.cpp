@@ -661,9 +661,15 @@ void KRVXRegisterHelpBook(const std::string& bundlePath, const std::string& help
 std::optional<std::string> KRVXPreferencePanePath(const std::string& paneName)
 {
     const std::string bundleName = paneName + ".prefPane";
-    for (const std::string& folder : {std::string("/Library/PreferencePanes"),
-                                      HomeDirectory::expandTilde("~/Library/PreferencePanes"),
-                                      std::string("/System/Library/PreferencePanes")}) {
+    const KRVXPreferencePane* pane = KRVXPreferencePane::vexto();
+    std::vector<std::string> folders =
+        pane != nullptr ? pane->environment().preferencePaneFolders : std::vector<std::string>{};
+    if (folders.empty()) {
+        folders = {"/Library/PreferencePanes",
+                   HomeDirectory::expandTilde("~/Library/PreferencePanes"),
+                   "/System/Library/PreferencePanes"};
+    }
+    for (const std::string& folder : folders) {
         const std::string path = FileSystem::join(folder, bundleName);
         if (FileSystem::exists(path)) {
             return path;

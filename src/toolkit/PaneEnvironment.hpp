@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vexto {
 
@@ -39,6 +40,9 @@ struct PaneEnvironment {
     FilePanels* filePanels = nullptr;                 // none: every panel is cancelled
     // Layouts shared by everyone on the machine; empty: the pane's own machine-wide folder.
     std::string sharedLayoutsFolder = {};
+    // Where other preference panes are looked for, in order; empty: the system's folders and the
+    // user's.
+    std::vector<std::string> preferencePaneFolders = {};
     // The pane is shown only to be drawn: it shows what it would, and starts nothing.
     bool drawingOnly = false;
 };

@@ -269,6 +269,19 @@ TEST_F(DaemonAndSystemStatusTest, TheBannerLinksToTheAccessibilityPaneWhenThereI
               "Open the \"Accessibility\" preference pane");
 }
 
+// Where the host names the folders, the first that holds the pane wins.
+TEST_F(DaemonAndSystemStatusTest, TheAccessibilityPaneIsLookedForInTheFoldersTheHostNames)
+{
+    test::TemporaryFolder system;
+    test::TemporaryFolder other;
+    std::filesystem::create_directories(system.file("UniversalAccessPref.prefPane"));
+    std::filesystem::create_directories(other.file("UniversalAccessPref.prefPane"));
+    paneFolders = {other.file("missing"), system.path(), other.path()};
+    open();
+    EXPECT_EQ(pane->linkOfOutletNamed("warningTextField"),
+              "file://" + system.file("UniversalAccessPref.prefPane"));
+}
+
 class UpdateControlsTest : public DaemonAndSystemStatusTest {
 protected:
     UpdateControlsTest()

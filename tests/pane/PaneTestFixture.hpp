@@ -109,6 +109,7 @@ protected:
         environment.fonts = fontCatalog;
         environment.hotKeys = hotKeys;
         environment.sharedLayoutsFolder = sharedLayouts.path();
+        environment.preferencePaneFolders = paneFolders;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
         main = pane->loadMainView();
         return *pane;
@@ -129,6 +130,7 @@ protected:
     TemporaryFolder home;
     TemporaryFolder bundleFolder;
     TemporaryFolder sharedLayouts;
+    std::vector<std::string> paneFolders;
     FakeRunLoop loop;
     FakeDistributedNotificationCenter center;
     FakeDesktop desktop;
