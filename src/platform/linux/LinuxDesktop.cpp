@@ -4,13 +4,13 @@
 #include "foundation/FileSystem.hpp"
 #include "foundation/Log.hpp"
 #include "platform/DescriptorWatcher.hpp"
+#include "platform/linux/ProcessDescriptor.hpp"
 
 #include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -89,8 +89,7 @@ void LinuxDesktop::setApplicationEndedHandler(std::function<void(const Applicati
 
 void LinuxDesktop::collectInRunLoop(int pid, const std::string& path)
 {
-    // glibc 2.36 declares pidfd_open without C linkage, so C++ cannot link to it.
-    const int pidfd = loop_ != nullptr ? static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)) : -1;
+    const int pidfd = loop_ != nullptr ? openProcessDescriptor(pid) : -1;
     if (pidfd < 0) {
         collectWhenItEnds(pid);
         return;

@@ -1,6 +1,7 @@
 #include "platform/linux/ProcProcessList.hpp"
 
 #include "platform/DescriptorWatcher.hpp"
+#include "platform/linux/ProcessDescriptor.hpp"
 #include "platform/linux/ProcessRegister.hpp"
 #include "platform/linux/ProcessWindows.hpp"
 
@@ -14,7 +15,6 @@
 #include <fcntl.h>
 #include <string_view>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
 
@@ -482,9 +482,7 @@ std::shared_ptr<void> ProcProcessList::watchForExit(std::int32_t pid, std::funct
     if (loop_ == nullptr || pid <= 0 || !isOwn(pid)) {
         return nullptr;
     }
-    // glibc 2.36 declares pidfd_open without C linkage, so C++ cannot link to it: the call is
-    // made directly.
-    const int fd = static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+    const int fd = openProcessDescriptor(pid);
     if (fd < 0) {
         return nullptr;
     }
