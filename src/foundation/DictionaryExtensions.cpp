@@ -1,6 +1,7 @@
 #include "foundation/DictionaryExtensions.hpp"
 
 #include "foundation/FileSystem.hpp"
+#include "foundation/Log.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/TypedStreamArchiver.hpp"
 #include "foundation/TypedStreamUnarchiver.hpp"
@@ -80,6 +81,17 @@ std::optional<PlistDictionary> deeplyMutableDictionaryWithContentsOfFile(const s
         return std::nullopt;
     }
     return std::move(*result.value->asDictionary());
+}
+
+std::optional<PlistDictionary> usableDictionaryWithContentsOfFile(const std::string& path,
+                                                                  std::string_view instead)
+{
+    std::string problem;
+    auto dictionary = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
+    if (!dictionary) {
+        Log::fileNotUsed(path, problem, instead);
+    }
+    return dictionary;
 }
 
 bool writeToFileAtomically(const PlistDictionary& dictionary, const std::string& path)

@@ -36,6 +36,10 @@ std::optional<PlistDictionary> deepMutableAutoreleasedCopy(const PlistDictionary
 // why in `problem`.
 std::optional<PlistDictionary>
 deeplyMutableDictionaryWithContentsOfFile(const std::string& path, std::string* problem = nullptr);
+// The same, where a file that cannot be used is a fallback the person should be able to explain:
+// one line says why and what is done `instead`.
+std::optional<PlistDictionary> usableDictionaryWithContentsOfFile(const std::string& path,
+                                                                  std::string_view instead);
 // Writes the dictionary as an XML property list, atomically; false when nothing was written.
 bool writeToFileAtomically(const PlistDictionary& dictionary, const std::string& path);
 

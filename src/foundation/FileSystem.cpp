@@ -229,6 +229,12 @@ bool FileSystem::isSymbolicLink(const std::string& path)
     return ::lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
 }
 
+bool FileSystem::isPresent(const std::string& path)
+{
+    struct stat info {};
+    return ::lstat(path.c_str(), &info) == 0;
+}
+
 std::vector<std::string> FileSystem::namesInFolder(const std::string& folder)
 {
     std::vector<std::string> names;

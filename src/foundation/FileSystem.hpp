@@ -35,6 +35,8 @@ public:
     // The end need not exist. None when the chain loops or is longer than the kernel follows.
     static std::optional<std::string> endOfLinks(const std::string& path);
     static bool isSymbolicLink(const std::string& path);
+    // Whether anything at all stands at the path: a file, a folder, or a link that leads nowhere.
+    static bool isPresent(const std::string& path);
 
     // The names of a folder's entries, in the order the file system gives them; empty when the
     // folder cannot be read.

@@ -18,11 +18,12 @@ struct AlertRequest;
 // compared, and lends its clock, keyboard layout, registrar, texts and alerts.
 class HotKeyRecorderDelegate {
 public:
-    // How two combinations are compared when looking for one already held.
+    // How two combinations are compared when looking for one already held (the owner's
+    // settings say, and its declarations give their defaults).
     struct Matching {
-        bool exact = false;
-        bool ignoreCapsLock = true;
-        bool ignoreFunctionKey = true;
+        bool exact;
+        bool ignoreCapsLock;
+        bool ignoreFunctionKey;
     };
 
     virtual ~HotKeyRecorderDelegate() = default;

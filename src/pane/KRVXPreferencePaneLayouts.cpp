@@ -54,12 +54,7 @@ namespace {
 
 std::optional<PlistDictionary> readLayout(const std::string& path)
 {
-    std::string problem;
-    auto layout = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
-    if (!layout) {
-        Log::fileNotUsed(path, problem, "the built-in look is shown instead");
-    }
-    return layout;
+    return usableDictionaryWithContentsOfFile(path, "the built-in look is shown instead");
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
-#include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/StringExtensions.hpp"
@@ -121,12 +120,8 @@ const PlistDictionary* SettingsStore::defaultSettings()
 {
     if (!defaultsRead_) {
         defaultsRead_ = true;
-        std::string problem;
-        defaults_ = deeplyMutableDictionaryWithContentsOfFile(defaultSettingsPath_, &problem);
-        if (!defaults_) {
-            Log::fileNotUsed(defaultSettingsPath_, problem,
-                             "settings without a value of their own stay empty");
-        }
+        defaults_ = usableDictionaryWithContentsOfFile(
+            defaultSettingsPath_, "settings without a value of their own stay empty");
     }
     return defaults_ ? &*defaults_ : nullptr;
 }
@@ -148,7 +143,7 @@ PlistDictionary& SettingsStore::revertedSettings(bool revert)
             // A file that is there but unusable is the person's, damaged: it is kept, never
             // overwritten. If it cannot be moved, the defaults stay in memory only.
             writeDefaults =
-                !(FileSystem::exists(*path) || FileSystem::isSymbolicLink(*path)) ||
+                !FileSystem::isPresent(*path) ||
                 SettingsFileRecovery::keepAside(*path, stored.problem, std::time(nullptr));
         }
     }

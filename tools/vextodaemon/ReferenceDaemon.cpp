@@ -75,12 +75,8 @@ PlistDictionary ReferenceDaemon::shippedDefaults(const std::string& bundlePath)
 {
     const std::string defaultsPath = FileSystem::join(
         FileSystem::folderOf(bundlePath), std::string(product::defaultSettingsFileName));
-    std::string problem;
-    auto defaults = deeplyMutableDictionaryWithContentsOfFile(defaultsPath, &problem);
-    if (!defaults) {
-        Log::fileNotUsed(defaultsPath, problem, "the sample panel uses built-in values");
-    }
-    return std::move(defaults).value_or(PlistDictionary{});
+    return usableDictionaryWithContentsOfFile(defaultsPath, "the sample panel uses built-in values")
+        .value_or(PlistDictionary{});
 }
 
 int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
@@ -199,7 +195,7 @@ void ReferenceDaemon::toggleAutomaticChecks()
 std::optional<std::string> ReferenceDaemon::latestVersion(std::string& problem)
 {
     const std::string path = feedPath();
-    if (!FileSystem::exists(path) && !FileSystem::isSymbolicLink(path)) {
+    if (!FileSystem::isPresent(path)) {
         return std::nullopt;
     }
     const auto feed = deeplyMutableDictionaryWithContentsOfFile(path, &problem);
