@@ -2,7 +2,8 @@
 # Fails on an include against the direction of the layers:
 #   foundation <- settings, and
 #   foundation <- ports <- toolkit <- widgets <- system, hotkeys <- pane (and settings) <- backends (platform)
-#   and the Qt front <- apps,
+#   and the Qt front <- apps; the daemon (apps/vextodaemon) sees the settings and the panel but
+#   never the pane or its system layer,
 # and on a library used outside the one place it belongs (libplist in the codec, Qt in the front
 # and the apps, the Linux libraries in the Linux backends).
 set -euo pipefail
@@ -21,6 +22,9 @@ allowed_for() {
     src/pane*) echo "foundation settings ports toolkit widgets system hotkeys pane" ;;
     src/platform*) echo "foundation ports toolkit platform" ;;
     src/qt*) echo "foundation ports toolkit platform qt" ;;
+    apps/vextodaemon/cycling/*) echo "foundation settings ports toolkit cycling" ;;
+    apps/vextodaemon/panel/*) echo "foundation settings ports toolkit widgets cycling panel" ;;
+    apps/vextodaemon/*) echo "foundation settings ports toolkit widgets platform qt cycling panel" ;;
     apps/*) echo "foundation ports toolkit platform qt" ;;
     esac
 }

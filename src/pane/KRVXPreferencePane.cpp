@@ -1,5 +1,6 @@
 #include "pane/KRVXPreferencePane.hpp"
 
+#include "foundation/DaemonNotifications.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/FormatString.hpp"
@@ -18,7 +19,6 @@
 #include "ports/Workspace.hpp"
 #include "ports/WorkspaceNotificationCenter.hpp"
 #include "settings/SettingKeys.hpp"
-#include "system/DaemonNotifications.hpp"
 #include "system/KRVXRemoteSparkleWrapper.hpp"
 #include "system/ProcessPlatform.hpp"
 #include "system/SystemVersionChecks.hpp"

@@ -131,9 +131,14 @@ consteval double known(const std::optional<double>& value)
     }
     return *value;
 }
+// A boolean that declares no value of its own is false where neither file holds it.
 consteval bool booleanDefault(std::string_view key)
 {
-    return known(declared(key).codeDefault) != 0;
+    const SettingDeclaration& declaration = declared(key);
+    if (declaration.type != SettingType::Boolean) {
+        throw "not a boolean";
+    }
+    return declaration.codeDefault.value_or(0) != 0;
 }
 consteval long long integerDefault(std::string_view key)
 {

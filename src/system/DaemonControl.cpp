@@ -1,12 +1,12 @@
 #include "system/DaemonControl.hpp"
 
+#include "foundation/DaemonNotifications.hpp"
 #include "foundation/Log.hpp"
 #include "ports/ApplicationEnd.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "ports/ProcessSignals.hpp"
 #include "ports/RunLoop.hpp"
 #include "ports/Workspace.hpp"
-#include "system/DaemonNotifications.hpp"
 #include "system/ProcessPlatform.hpp"
 #include "system/QLVXProcess.hpp"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/PlistValue.hpp"
+#include "foundation/UpdateInstructions.hpp"
 
 #include <functional>
 #include <optional>
@@ -21,12 +22,13 @@ class Workspace;
 // the daemon leaves in its defaults. One shared object for the whole process.
 class KRVXRemoteSparkleWrapper {
 public:
-    static constexpr std::string_view toggleAutomaticChecksInstruction = "Toggle Automatic Checks";
-    static constexpr std::string_view checkNowInstruction = "Check Now";
+    static constexpr std::string_view toggleAutomaticChecksInstruction =
+        updateinstructions::toggleAutomaticChecks;
+    static constexpr std::string_view checkNowInstruction = updateinstructions::checkNow;
     static constexpr std::string_view invalidateUpdateVersionInstruction =
-        "Invalidate Update Version";
-    static constexpr std::string_view automaticChecksKey = "SUEnableAutomaticChecks";
-    static constexpr std::string_view statusKey = "KRVXSparkleWrapperStatus";
+        updateinstructions::invalidateUpdateVersion;
+    static constexpr std::string_view automaticChecksKey = updateinstructions::automaticChecksKey;
+    static constexpr std::string_view statusKey = updateinstructions::statusKey;
 
     struct Outlets {
         Button* autoUpdateCheckingSwitch = nullptr;

@@ -1,8 +1,8 @@
 #include "../support/ShippedLooks.hpp"
 #include "QtTestApplication.hpp"
-#include "SampleAppearance.hpp"
-#include "SamplePanelView.hpp"
 #include "foundation/DictionaryExtensions.hpp"
+#include "panel/SampleAppearance.hpp"
+#include "panel/SamplePanelView.hpp"
 #include "qt/QtCanvas.hpp"
 
 #include <QImage>

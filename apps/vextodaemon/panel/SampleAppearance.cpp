@@ -1,88 +1,19 @@
-#include "SampleAppearance.hpp"
+#include "panel/SampleAppearance.hpp"
 
 #include "foundation/DictionaryExtensions.hpp"
 #include "ports/FontCatalog.hpp"
 #include "settings/AppearanceDefaults.hpp"
+#include "settings/LayeredSettings.hpp"
 #include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vexto {
 
 namespace {
 
 namespace keys = settingkeys;
-
-// The settings' value for the key, else the defaults'.
-class LayeredSettings {
-public:
-    LayeredSettings(const PlistDictionary& settings, const PlistDictionary& defaults)
-        : settings_(settings), defaults_(defaults)
-    {}
-
-    // The first layer's value for the key that is usable, so that a value of the wrong kind
-    // reads as absent.
-    template <typename Usable> const PlistValue* value(std::string_view key, Usable usable) const
-    {
-        for (const PlistDictionary* layer : {&settings_, &defaults_}) {
-            const PlistValue* found = objectForKey(*layer, key);
-            if (found != nullptr && usable(*found)) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
-
-    std::optional<Color> color(std::string_view key) const
-    {
-        for (const PlistDictionary* layer : {&settings_, &defaults_}) {
-            if (const auto archived = unarchivedObjectForKey(*layer, key)) {
-                if (const Color* color = std::get_if<Color>(&*archived)) {
-                    return *color;
-                }
-            }
-        }
-        return std::nullopt;
-    }
-
-    Color color(std::string_view key, const Color& fallback) const
-    {
-        return color(key).value_or(fallback);
-    }
-
-    bool flag(std::string_view key, bool fallback) const
-    {
-        const PlistValue* found =
-            value(key, [](const PlistValue& v) { return v.boolValue().has_value(); });
-        return found != nullptr ? *found->boolValue() : fallback;
-    }
-
-    std::optional<double> number(std::string_view key) const
-    {
-        const PlistValue* found = value(key, [](const PlistValue& v) {
-            return v.isNumber() && std::isfinite(v.doubleValue().value_or(NAN));
-        });
-        return found != nullptr ? found->doubleValue() : std::nullopt;
-    }
-
-    std::optional<std::int64_t> integer(std::string_view key) const
-    {
-        const PlistValue* found = value(key, [](const PlistValue& v) { return v.isNumber(); });
-        return found != nullptr ? found->integerValue() : std::nullopt;
-    }
-
-    const std::string* string(std::string_view key) const
-    {
-        const PlistValue* found = value(key, [](const PlistValue& v) { return v.isString(); });
-        return found != nullptr ? found->asString() : nullptr;
-    }
-
-private:
-    const PlistDictionary& settings_;
-    const PlistDictionary& defaults_;
-};
 
 Color fixedDefault(std::string_view key)
 {

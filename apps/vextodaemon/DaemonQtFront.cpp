@@ -2,8 +2,8 @@
 // window that takes no focus, and the sample drawn into a picture.
 #include "DaemonQtFront.hpp"
 
-#include "SamplePanelView.hpp"
-#include "SamplePresenter.hpp"
+#include "panel/SamplePanelView.hpp"
+#include "panel/SamplePresenter.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "qt/QtCanvas.hpp"
 #include "qt/QtRunLoop.hpp"

@@ -1,4 +1,4 @@
-#include "SamplePanelView.hpp"
+#include "panel/SamplePanelView.hpp"
 
 #include "toolkit/Canvas.hpp"
 #include "widgets/KRVXDrawGradientBevelInRect.hpp"

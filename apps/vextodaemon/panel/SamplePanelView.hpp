@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SampleAppearance.hpp"
+#include "panel/SampleAppearance.hpp"
 #include "toolkit/View.hpp"
 
 #include <array>

@@ -1,19 +1,19 @@
 #include "ReferenceDaemon.hpp"
 
-#include "SampleAppearance.hpp"
-#include "SamplePresenter.hpp"
 #include "foundation/Bundle.hpp"
+#include "foundation/DaemonNotifications.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/Log.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
+#include "foundation/UpdateInstructions.hpp"
+#include "panel/SampleAppearance.hpp"
+#include "panel/SamplePresenter.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "settings/SettingsFileRecovery.hpp"
-#include "system/DaemonNotifications.hpp"
-#include "system/KRVXRemoteSparkleWrapper.hpp"
 
 #include <ctime>
 
@@ -22,7 +22,7 @@ namespace vexto {
 namespace {
 
 namespace names = daemonnotifications;
-using Wrapper = KRVXRemoteSparkleWrapper;
+namespace updates = updateinstructions;
 
 // A file in the product's folder of the user's Application Support.
 std::string productFile(std::string_view name)
@@ -167,21 +167,21 @@ bool ReferenceDaemon::showSample(const PlistDictionary& settings)
 
 void ReferenceDaemon::followInstruction(const std::optional<std::string>& object)
 {
-    if (object == Wrapper::toggleAutomaticChecksInstruction) {
+    if (object == updates::toggleAutomaticChecks) {
         toggleAutomaticChecks();
-    } else if (object == Wrapper::checkNowInstruction) {
+    } else if (object == updates::checkNow) {
         checkNow();
     } else {
         return;
     }
     center_.post(names::named(names::daemonToPrefPaneSparkleInstruction),
-                 std::string(Wrapper::invalidateUpdateVersionInstruction));
+                 std::string(updates::invalidateUpdateVersion));
 }
 
 void ReferenceDaemon::toggleAutomaticChecks()
 {
     PlistDictionary defaults = readDefaults();
-    const std::string key(Wrapper::automaticChecksKey);
+    const std::string key(updates::automaticChecksKey);
     const PlistValue* stored = objectForKey(defaults, key);
     const bool was = stored == nullptr || stored->boolValue().value_or(true);
     defaults[key] = PlistValue(!was);
@@ -225,7 +225,7 @@ void ReferenceDaemon::checkNow()
         newer = *latest;
     }
     PlistDictionary defaults = readDefaults();
-    defaults[std::string(Wrapper::statusKey)] =
+    defaults[std::string(updates::statusKey)] =
         PlistDictionary{{"Current Version", current},
                         {"Update Version", newer},
                         {"Check Date", PlistValue(static_cast<std::int64_t>(std::time(nullptr)))}};

@@ -1,0 +1,239 @@
+#include "cycling/CycleController.hpp"
+
+#include "cycling/CyclePanel.hpp"
+#include "cycling/WindowSystem.hpp"
+#include "foundation/Log.hpp"
+#include "ports/RunLoop.hpp"
+#include "toolkit/Event.hpp"
+
+namespace vexto {
+
+namespace {
+
+constexpr std::uint64_t shownModifiers =
+    Event::shiftKeyMask | Event::controlKeyMask | Event::optionKeyMask | Event::commandKeyMask;
+
+constexpr const char* showPanelSelector = "showPanel";
+
+// The keys a cycle answers besides its hot keys, as virtual key codes.
+enum CycleKey : std::uint16_t {
+    returnKey = 0x24,
+    spaceKey = 0x31,
+    escapeKey = 0x35,
+    enterKey = 0x4C,
+    homeKey = 0x73,
+    endKey = 0x77,
+    leftKey = 0x7B,
+    rightKey = 0x7C,
+    downKey = 0x7D,
+    upKey = 0x7E,
+};
+
+} // namespace
+
+CycleController::CycleController(RunLoop& loop, WindowSystem& windows, CyclePanel* panel)
+    : loop_(loop), windows_(windows), panel_(panel)
+{
+    if (panel_ != nullptr) {
+        panel_->setItemClickedHandler([this](std::size_t index) { itemClicked(index, 0); });
+    }
+}
+
+CycleController::~CycleController()
+{
+    loop_.cancelPreviousPerformRequests(this);
+    if (panel_ != nullptr) {
+        panel_->setItemClickedHandler(nullptr);
+    }
+}
+
+void CycleController::hotKeyPressed(const HotKeyBinding& binding, std::uint32_t time)
+{
+    if (!startsCycle(binding.action)) {
+        return;
+    }
+    if (cycle_) {
+        keyPressed(binding.keyCode, binding.modifiers, time);
+        return;
+    }
+    auto cycle =
+        std::make_unique<WindowCycle>(windows_.windowsInRecentOrder(), windows_.activeWindow(),
+                                      binding.action, binding.direction, settings_.options);
+    if (cycle->isEmpty()) {
+        return; // nothing to offer: the key does nothing, as an empty switcher would
+    }
+    cycle_ = std::move(cycle);
+    started_ = binding;
+    if (!windows_.grabKeyboard(time)) {
+        // Without the keyboard the release cannot be seen: the press alone switches.
+        Log::line("could not take the keyboard for a cycle: switching at once");
+        activateSelection(time);
+        return;
+    }
+    if (settings_.panelDelaySeconds <= 0) {
+        showPanel();
+    } else {
+        loop_.performAfterDelay(this, showPanelSelector, {}, settings_.panelDelaySeconds,
+                                {RunLoopMode::Default}, [this] { showPanel(); });
+    }
+}
+
+void CycleController::keyPressed(std::uint16_t keyCode, std::uint64_t modifiers, std::uint32_t time)
+{
+    if (!cycle_) {
+        return;
+    }
+    switch (keyCode) {
+    case escapeKey:
+        cancel(time);
+        return;
+    case returnKey:
+    case enterKey:
+    case spaceKey:
+        activateSelection(time);
+        return;
+    case leftKey:
+    case upKey:
+        cycle_->step(StepDirection::Backward);
+        break;
+    case rightKey:
+    case downKey:
+        cycle_->step(StepDirection::Forward);
+        break;
+    case homeKey:
+        cycle_->selectFirst();
+        break;
+    case endKey:
+        cycle_->selectLast();
+        break;
+    default:
+        if (const auto step = stepOfKey(keyCode, modifiers)) {
+            cycle_->step(*step);
+        } else {
+            return;
+        }
+    }
+    redraw();
+}
+
+void CycleController::keyReleased(std::uint16_t keyCode, std::uint64_t modifiers,
+                                  std::uint32_t time)
+{
+    if (cycle_ && holdingModifiers() == 0 && settings_.activateOnNoModifiers &&
+        keyCode == started_.keyCode && (modifiers & shownModifiers) == 0) {
+        activateSelection(time);
+    }
+}
+
+void CycleController::modifiersReleased(std::uint64_t stillHeld, std::uint32_t time)
+{
+    const std::uint64_t holding = holdingModifiers();
+    if (!cycle_ || holding == 0) {
+        return;
+    }
+    const std::uint64_t mustBeUp = settings_.activateOnNoModifiers ? shownModifiers : holding;
+    if ((stillHeld & mustBeUp) == 0) {
+        activateSelection(time);
+    }
+}
+
+void CycleController::itemClicked(std::size_t index, std::uint32_t time)
+{
+    if (cycle_ && index < cycle_->items().size()) {
+        cycle_->select(index);
+        activateSelection(time);
+    }
+}
+
+void CycleController::windowClosed(std::uint64_t id)
+{
+    if (!cycle_) {
+        return;
+    }
+    cycle_->remove(id);
+    if (cycle_->isEmpty()) {
+        end(0);
+    } else {
+        redraw();
+    }
+}
+
+void CycleController::cancel(std::uint32_t time)
+{
+    if (cycle_) {
+        end(time);
+    }
+}
+
+void CycleController::activateSelection(std::uint32_t time)
+{
+    const CycleWindow* chosen = cycle_ ? cycle_->selected() : nullptr;
+    const std::optional<CycleWindow> target =
+        chosen != nullptr ? std::optional(*chosen) : std::nullopt;
+    end(time);
+    if (target) {
+        windows_.activate(*target, time);
+    }
+}
+
+void CycleController::end(std::uint32_t time)
+{
+    loop_.cancelPreviousPerformRequests(this, showPanelSelector, {});
+    if (panelShown_ && panel_ != nullptr) {
+        panel_->hideCycle();
+    }
+    panelShown_ = false;
+    cycle_.reset();
+    windows_.ungrabKeyboard(time);
+}
+
+void CycleController::showPanel()
+{
+    if (cycle_ && panel_ != nullptr) {
+        panelShown_ = panel_->showCycle(*cycle_);
+    }
+}
+
+void CycleController::redraw()
+{
+    if (panelShown_) {
+        panel_->showCycle(*cycle_);
+    }
+}
+
+std::optional<StepDirection> CycleController::stepOfKey(std::uint16_t keyCode,
+                                                        std::uint64_t modifiers) const
+{
+    const HotKeyBinding* forward = nullptr;
+    for (const HotKeyBinding& binding : bindings_) {
+        if (binding.action != started_.action || binding.keyCode != keyCode) {
+            continue;
+        }
+        if ((binding.modifiers & shownModifiers) == (modifiers & shownModifiers)) {
+            return binding.direction;
+        }
+        if (binding.direction == StepDirection::Forward) {
+            forward = &binding;
+        }
+    }
+    if (forward == nullptr && started_.keyCode == keyCode) {
+        forward = &started_;
+    }
+    if (forward == nullptr) {
+        return std::nullopt;
+    }
+    // The forward key with Shift added goes back, as everywhere else.
+    return (modifiers & Event::shiftKeyMask) != 0 && (forward->modifiers & Event::shiftKeyMask) == 0
+               ? StepDirection::Backward
+               : StepDirection::Forward;
+}
+
+std::uint64_t CycleController::holdingModifiers() const
+{
+    const std::uint64_t held = started_.modifiers & shownModifiers;
+    // Shift is let go and taken again to change direction; the other modifiers hold the cycle.
+    const std::uint64_t withoutShift = held & ~Event::shiftKeyMask;
+    return withoutShift != 0 ? withoutShift : held;
+}
+
+} // namespace vexto

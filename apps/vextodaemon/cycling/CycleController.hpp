@@ -1,0 +1,70 @@
+#pragma once
+
+#include "cycling/CycleSettings.hpp"
+#include "cycling/HotKeyBinding.hpp"
+#include "cycling/WindowCycle.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vexto {
+
+class CyclePanel;
+class RunLoop;
+class WindowSystem;
+
+// Turns the keys of a cycle into a switch of windows: a cycle hot key starts a cycle and grabs
+// the keyboard, further presses move the selection, the release of the hot key's modifiers
+// activates the selected window and Escape cancels. The panel shows only when a cycle is held
+// for the panel delay, so that a quick press and release switches without it. Keys are the
+// platform's virtual key codes and modifier words, as the settings keep them.
+class CycleController {
+public:
+    CycleController(RunLoop& loop, WindowSystem& windows, CyclePanel* panel);
+    ~CycleController();
+    CycleController(const CycleController&) = delete;
+    CycleController& operator=(const CycleController&) = delete;
+
+    void setSettings(const CycleSettings& settings) { settings_ = settings; }
+    // The hot keys, so that a press of one during a cycle steps it.
+    void setBindings(std::vector<HotKeyBinding> bindings) { bindings_ = std::move(bindings); }
+
+    bool isCycling() const { return cycle_ != nullptr; }
+    const WindowCycle* cycle() const { return cycle_.get(); }
+    bool isPanelShown() const { return panelShown_; }
+
+    // A cycle hot key, pressed while no cycle is up.
+    void hotKeyPressed(const HotKeyBinding& binding, std::uint32_t time);
+    // Keys while a cycle holds the keyboard. `modifiers` are those held with the key.
+    void keyPressed(std::uint16_t keyCode, std::uint64_t modifiers, std::uint32_t time);
+    void keyReleased(std::uint16_t keyCode, std::uint64_t modifiers, std::uint32_t time);
+    // The modifiers still held after a modifier key went up.
+    void modifiersReleased(std::uint64_t stillHeld, std::uint32_t time);
+    void itemClicked(std::size_t index, std::uint32_t time);
+    // The window went away; a cycle left with nothing ends.
+    void windowClosed(std::uint64_t id);
+    // Ends a cycle without switching, as Escape does (the window system went away, say).
+    void cancel(std::uint32_t time);
+
+private:
+    void activateSelection(std::uint32_t time);
+    void end(std::uint32_t time);
+    void showPanel();
+    void redraw();
+    std::optional<StepDirection> stepOfKey(std::uint16_t keyCode, std::uint64_t modifiers) const;
+    // The modifiers whose release ends the cycle.
+    std::uint64_t holdingModifiers() const;
+
+    RunLoop& loop_;
+    WindowSystem& windows_;
+    CyclePanel* panel_;
+    CycleSettings settings_;
+    std::vector<HotKeyBinding> bindings_;
+    std::unique_ptr<WindowCycle> cycle_;
+    HotKeyBinding started_;
+    bool panelShown_ = false;
+};
+
+} // namespace vexto

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "cycling/WindowCycle.hpp"
+
+namespace vexto {
+
+class LayeredSettings;
+
+// How a cycle behaves, read from the settings over the shipped defaults.
+struct CycleSettings {
+    WindowCycle::Options options;
+    // How long a cycle must be held before its panel shows.
+    double panelDelaySeconds = 0.2;
+    // With modifiers: activation waits until every modifier key is up, not only the hot key's.
+    // Without modifiers: releasing the hot key activates at once instead of leaving the panel up
+    // until Return, a click or Escape.
+    bool activateOnNoModifiers = false;
+
+    static CycleSettings fromSettings(const LayeredSettings& settings);
+};
+
+} // namespace vexto

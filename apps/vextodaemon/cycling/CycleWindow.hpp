@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vexto {
+
+// A window as a cycle lists it.
+struct CycleWindow {
+    std::uint64_t id = 0;
+    // Windows with the same key belong to one running program and are grouped under it.
+    std::string applicationKey;
+    std::string applicationName;
+    std::string title;
+    bool minimized = false;
+    // None: shown on every desktop.
+    std::optional<std::uint32_t> desktop;
+
+    bool operator==(const CycleWindow&) const = default;
+};
+
+} // namespace vexto

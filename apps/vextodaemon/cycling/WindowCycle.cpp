@@ -1,0 +1,129 @@
+#include "cycling/WindowCycle.hpp"
+
+#include <algorithm>
+
+namespace vexto {
+
+namespace {
+
+bool ofFrontmostApplication(DaemonAction mode)
+{
+    return mode == DaemonAction::CycleAllWindowsOfFrontmostApplication ||
+           mode == DaemonAction::CycleNonMinimizedWindowsOfFrontmostApplication ||
+           mode == DaemonAction::CycleMinimizedWindowsOfFrontmostApplication;
+}
+
+} // namespace
+
+bool WindowCycle::offers(DaemonAction mode, const CycleWindow& window)
+{
+    switch (mode) {
+    case DaemonAction::CycleNonMinimizedWindows:
+    case DaemonAction::CycleNonMinimizedWindowsOfFrontmostApplication:
+        return !window.minimized;
+    case DaemonAction::CycleMinimizedWindows:
+    case DaemonAction::CycleMinimizedWindowsOfFrontmostApplication:
+        return window.minimized;
+    default:
+        return true;
+    }
+}
+
+WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
+                         std::optional<std::uint64_t> active, DaemonAction mode,
+                         StepDirection firstStep, Options options)
+    : options_(options)
+{
+    const auto activeWindow = std::find_if(recentFirst.begin(), recentFirst.end(),
+                                           [&](const CycleWindow& w) { return w.id == active; });
+    const bool onlyFrontmost = ofFrontmostApplication(mode);
+    if (onlyFrontmost && activeWindow == recentFirst.end()) {
+        return; // no frontmost program, nothing of it to offer
+    }
+    for (const CycleWindow& window : recentFirst) {
+        if (offers(mode, window) &&
+            (!onlyFrontmost || window.applicationKey == activeWindow->applicationKey)) {
+            items_.push_back(window);
+        }
+    }
+    if (items_.empty()) {
+        return;
+    }
+    selected_ = 0;
+    // The active window, when offered, comes first: stepping moves away from it. Otherwise the
+    // first window offered is already the one after it.
+    const bool startsOnActive = active && items_.front().id == *active;
+    // A first step backwards goes to the least recently used window, past either end.
+    if (firstStep == StepDirection::Backward &&
+        (!startsOnActive || options_.stepForwardInitially)) {
+        selectLast();
+    } else if (startsOnActive && options_.stepForwardInitially && items_.size() > 1) {
+        selected_ = 1;
+    }
+}
+
+const CycleWindow* WindowCycle::selected() const
+{
+    return selected_ ? &items_[*selected_] : nullptr;
+}
+
+void WindowCycle::step(StepDirection direction)
+{
+    if (!selected_) {
+        return;
+    }
+    const std::size_t count = items_.size();
+    const std::size_t at = *selected_;
+    if (direction == StepDirection::Forward) {
+        if (at + 1 < count) {
+            selected_ = at + 1;
+        } else if (options_.wrapAround) {
+            selected_ = 0;
+        }
+    } else {
+        if (at > 0) {
+            selected_ = at - 1;
+        } else if (options_.wrapAround) {
+            selected_ = count - 1;
+        }
+    }
+}
+
+void WindowCycle::selectFirst()
+{
+    if (!items_.empty()) {
+        selected_ = 0;
+    }
+}
+
+void WindowCycle::selectLast()
+{
+    if (!items_.empty()) {
+        selected_ = items_.size() - 1;
+    }
+}
+
+void WindowCycle::select(std::size_t index)
+{
+    if (index < items_.size()) {
+        selected_ = index;
+    }
+}
+
+void WindowCycle::remove(std::uint64_t id)
+{
+    const auto gone = std::find_if(items_.begin(), items_.end(),
+                                   [&](const CycleWindow& w) { return w.id == id; });
+    if (gone == items_.end()) {
+        return;
+    }
+    const auto index = static_cast<std::size_t>(gone - items_.begin());
+    items_.erase(gone);
+    if (items_.empty()) {
+        selected_.reset();
+    } else if (*selected_ > index || *selected_ == items_.size()) {
+        selected_ = *selected_ - 1;
+    }
+}
+
+} // namespace vexto

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "cycling/CycleWindow.hpp"
+#include "cycling/HotKeyBinding.hpp"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace vexto {
+
+// One cycle through windows: which windows it offers, in the order they were last used, and
+// which one is selected. It knows nothing of keys or of the screen.
+class WindowCycle {
+public:
+    struct Options {
+        // The first press already selects the window after the active one, so that a quick
+        // press and release goes back to the window used before.
+        bool stepForwardInitially = true;
+        bool wrapAround = true;
+    };
+
+    // `recentFirst` holds every window, the most recently used first; `active` is the window
+    // with the focus. The mode's filter picks the windows offered; a cycle of the frontmost
+    // application offers only the windows of the active window's program.
+    WindowCycle(const std::vector<CycleWindow>& recentFirst, std::optional<std::uint64_t> active,
+                DaemonAction mode, StepDirection firstStep, Options options);
+
+    const std::vector<CycleWindow>& items() const { return items_; }
+    bool isEmpty() const { return items_.empty(); }
+    std::optional<std::size_t> selectedIndex() const { return selected_; }
+    const CycleWindow* selected() const;
+
+    void step(StepDirection direction);
+    void selectFirst();
+    void selectLast();
+    void select(std::size_t index);
+    // A window that went away while the cycle was up; the selection stays on the same window,
+    // or moves to the one that took the gone one's place.
+    void remove(std::uint64_t id);
+
+    static bool offers(DaemonAction mode, const CycleWindow& window);
+
+private:
+    std::vector<CycleWindow> items_;
+    std::optional<std::size_t> selected_;
+    Options options_;
+};
+
+} // namespace vexto

@@ -1,0 +1,320 @@
+#include "cycling/CycleController.hpp"
+
+#include "cycling/CyclePanel.hpp"
+#include "cycling/CycleSettings.hpp"
+#include "cycling/HotKeyBindings.hpp"
+#include "cycling/WindowSystem.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "platform/fake/FakeRunLoop.hpp"
+#include "settings/LayeredSettings.hpp"
+#include "settings/SettingKeys.hpp"
+#include "toolkit/Event.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace vexto {
+namespace {
+
+namespace keys = settingkeys;
+
+constexpr std::uint16_t tabKey = 0x30;
+constexpr std::uint16_t escapeKey = 0x35;
+constexpr std::uint16_t returnKey = 0x24;
+constexpr std::uint16_t rightKey = 0x7C;
+constexpr std::uint16_t endKey = 0x77;
+constexpr std::uint16_t f9Key = 0x65;
+constexpr std::uint64_t option = Event::optionKeyMask;
+constexpr std::uint64_t shift = Event::shiftKeyMask;
+constexpr std::uint64_t control = Event::controlKeyMask;
+
+class ScriptedWindows final : public WindowSystem {
+public:
+    std::vector<CycleWindow> windows = {{1, "a", "A", "one", false, 0},
+                                        {2, "b", "B", "two", false, 0},
+                                        {3, "c", "C", "three", false, 0}};
+    bool keyboardFree = true;
+    bool grabbed = false;
+    std::vector<std::uint64_t> activated;
+
+    std::vector<CycleWindow> windowsInRecentOrder() const override { return windows; }
+    std::optional<std::uint64_t> activeWindow() const override { return windows.front().id; }
+    bool grabKeyboard(std::uint32_t) override { return grabbed = keyboardFree; }
+    void ungrabKeyboard(std::uint32_t) override { grabbed = false; }
+    void activate(const CycleWindow& window, std::uint32_t) override
+    {
+        activated.push_back(window.id);
+    }
+};
+
+class ScriptedPanel final : public CyclePanel {
+public:
+    bool shown = false;
+    int draws = 0;
+    std::uint64_t selectedId = 0;
+    std::function<void(std::size_t)> clicked;
+
+    bool showCycle(const WindowCycle& cycle) override
+    {
+        shown = true;
+        ++draws;
+        selectedId = cycle.selected()->id;
+        return true;
+    }
+    void hideCycle() override { shown = false; }
+    void setItemClickedHandler(std::function<void(std::size_t)> handler) override
+    {
+        clicked = std::move(handler);
+    }
+};
+
+HotKeyBinding key(std::uint16_t code, std::uint64_t modifiers,
+                  StepDirection direction = StepDirection::Forward)
+{
+    HotKeyBinding binding;
+    binding.keyCode = code;
+    binding.modifiers = modifiers;
+    binding.direction = direction;
+    return binding;
+}
+
+class CycleControllerTest : public ::testing::Test {
+protected:
+    CycleControllerTest()
+    {
+        settings.panelDelaySeconds = 0.2;
+        cycles.setSettings(settings);
+        cycles.setBindings({altTab, altShiftTab});
+    }
+
+    FakeRunLoop loop;
+    ScriptedWindows windows;
+    ScriptedPanel panel;
+    CycleController cycles{loop, windows, &panel};
+    CycleSettings settings;
+    HotKeyBinding altTab = key(tabKey, option);
+    HotKeyBinding altShiftTab = key(tabKey, option | shift, StepDirection::Backward);
+};
+
+TEST_F(CycleControllerTest, AQuickPressAndReleaseSwitchesBackWithoutEverShowingThePanel)
+{
+    cycles.hotKeyPressed(altTab, 10);
+    EXPECT_TRUE(windows.grabbed);
+    loop.advance(0.19);
+    cycles.modifiersReleased(0, 11);
+    loop.advance(1);
+    EXPECT_EQ(panel.draws, 0);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+    EXPECT_FALSE(windows.grabbed);
+    EXPECT_FALSE(cycles.isCycling());
+}
+
+TEST_F(CycleControllerTest, HoldingShowsThePanelAfterTheDelayAndFurtherPressesMoveTheSelection)
+{
+    cycles.hotKeyPressed(altTab, 10);
+    loop.advance(0.21);
+    ASSERT_TRUE(panel.shown);
+    EXPECT_EQ(panel.selectedId, 2u);
+    cycles.keyPressed(tabKey, option, 11);
+    EXPECT_EQ(panel.selectedId, 3u);
+    cycles.keyPressed(tabKey, option | shift, 12); // the backward key
+    cycles.keyPressed(tabKey, option | shift, 13);
+    EXPECT_EQ(panel.selectedId, 1u);
+    cycles.keyPressed(endKey, option, 14);
+    EXPECT_EQ(panel.selectedId, 3u);
+    cycles.keyPressed(0x00, option, 15); // a key the cycle does not know moves nothing
+    EXPECT_EQ(panel.selectedId, 3u);
+    // Letting go of Shift alone keeps the cycle; letting go of the hot key's Option ends it.
+    cycles.modifiersReleased(option, 16);
+    EXPECT_TRUE(cycles.isCycling());
+    cycles.modifiersReleased(control, 17);
+    EXPECT_FALSE(panel.shown);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{3});
+}
+
+TEST_F(CycleControllerTest, EscapeCancelsAndAClickOrReturnActivates)
+{
+    cycles.hotKeyPressed(altTab, 10);
+    cycles.keyPressed(escapeKey, option, 11);
+    loop.advance(1);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_FALSE(windows.grabbed);
+    EXPECT_EQ(panel.draws, 0); // the pending panel was withdrawn too
+    EXPECT_TRUE(windows.activated.empty());
+
+    cycles.hotKeyPressed(altShiftTab, 20);
+    loop.advance(1);
+    ASSERT_TRUE(panel.clicked);
+    panel.clicked(0);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{1});
+
+    cycles.hotKeyPressed(altTab, 30);
+    cycles.keyPressed(rightKey, option, 31);
+    cycles.keyPressed(returnKey, option, 32);
+    EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{1, 3}));
+}
+
+TEST_F(CycleControllerTest, AHotKeyWithoutModifiersLeavesThePanelUpUnlessActivateOnNoModifiers)
+{
+    const HotKeyBinding f9 = key(f9Key, 0);
+    cycles.setBindings({f9});
+    cycles.hotKeyPressed(f9, 10);
+    cycles.keyReleased(f9Key, 0, 11);
+    cycles.modifiersReleased(0, 11);
+    EXPECT_TRUE(cycles.isCycling());
+    cycles.keyPressed(f9Key, 0, 12);
+    cycles.keyPressed(returnKey, 0, 13);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{3});
+
+    settings.activateOnNoModifiers = true;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(f9, 20);
+    cycles.keyReleased(f9Key, 0, 21);
+    EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{3, 2}));
+
+    // With modifiers, it waits until every modifier is up, not only the hot key's.
+    cycles.setBindings({altTab});
+    cycles.hotKeyPressed(altTab, 30);
+    cycles.modifiersReleased(control, 31);
+    EXPECT_TRUE(cycles.isCycling());
+    cycles.modifiersReleased(0, 32);
+    EXPECT_EQ(windows.activated.size(), 3u);
+}
+
+TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveACycleBehind)
+{
+    cycles.hotKeyPressed(altTab, 10);
+    loop.advance(1);
+    cycles.windowClosed(2);
+    EXPECT_EQ(panel.selectedId, 3u);
+    cycles.windowClosed(3);
+    cycles.windowClosed(1);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_FALSE(panel.shown);
+    EXPECT_FALSE(windows.grabbed);
+
+    windows.windows.clear();
+    cycles.hotKeyPressed(altTab, 20);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_FALSE(windows.grabbed);
+
+    // Without the keyboard the press alone switches, as the release could never be seen.
+    windows.windows = {{1, "a", "A", "one", false, 0}, {2, "b", "B", "two", false, 0}};
+    windows.keyboardFree = false;
+    cycles.hotKeyPressed(altTab, 30);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+}
+
+TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
+{
+    const auto shipped = deeplyMutableDictionaryWithContentsOfFile(
+        VEXTO_SOURCE_DIR "/resources/KRVXDefaultSettings.plist");
+    ASSERT_TRUE(shipped);
+    const PlistDictionary none;
+    const CycleSettings defaults = CycleSettings::fromSettings(LayeredSettings(none, *shipped));
+    EXPECT_TRUE(defaults.options.stepForwardInitially);
+    EXPECT_TRUE(defaults.options.wrapAround);
+    EXPECT_FALSE(defaults.activateOnNoModifiers);
+    EXPECT_DOUBLE_EQ(defaults.panelDelaySeconds, 0.2);
+
+    const PlistDictionary chosen = {{std::string(keys::stepForwardInitially), false},
+                                    {std::string(keys::wrapAroundScrolling), "NO"},
+                                    {std::string(keys::activateOnNoModifiers), true},
+                                    {std::string(keys::panelDelay), 999999}};
+    const CycleSettings user = CycleSettings::fromSettings(LayeredSettings(chosen, *shipped));
+    EXPECT_FALSE(user.options.stepForwardInitially);
+    EXPECT_FALSE(user.options.wrapAround);
+    EXPECT_TRUE(user.activateOnNoModifiers);
+    EXPECT_DOUBLE_EQ(user.panelDelaySeconds, 5.0);
+
+    // With neither file the code's own defaults hold.
+    const CycleSettings bare = CycleSettings::fromSettings(LayeredSettings(none, none));
+    EXPECT_FALSE(bare.options.stepForwardInitially);
+    EXPECT_DOUBLE_EQ(bare.panelDelaySeconds, 0.2);
+}
+
+PlistDictionary record(const std::string& code, const std::string& modifiers)
+{
+    return {{"Key Code", code}, {"Modifiers", modifiers}, {"Visual Representation", "x"}};
+}
+
+TEST(HotKeyBindingsTest, EachTableBindsItsOwnActionAndUnusableRecordsAreLeftOut)
+{
+    // Each table gets a key code of its own: a swapped row shows as a wrong action.
+    PlistDictionary settings;
+    int code = 1;
+    for (const HotKeyBindings::Row& row : HotKeyBindings::table()) {
+        PlistDictionary table;
+        if (startsCycle(row.action)) {
+            table["Forward"] = record(std::to_string(code), "524288");
+            table["Backward"] = record(std::to_string(code), "655360");
+        } else {
+            table["Any"] = record(std::to_string(code), "1048576");
+        }
+        settings[std::string(row.settingKey)] = table;
+        ++code;
+    }
+    const std::vector<std::pair<std::string_view, DaemonAction>> expected = {
+        {keys::cycleAllWindows, DaemonAction::CycleAllWindows},
+        {keys::cycleNonMinimizedWindows, DaemonAction::CycleNonMinimizedWindows},
+        {keys::cycleMinimizedWindows, DaemonAction::CycleMinimizedWindows},
+        {keys::cycleAllWindowsOfFrontmostApplication,
+         DaemonAction::CycleAllWindowsOfFrontmostApplication},
+        {keys::cycleNonMinimizedWindowsOfFrontmostApplication,
+         DaemonAction::CycleNonMinimizedWindowsOfFrontmostApplication},
+        {keys::cycleMinimizedWindowsOfFrontmostApplication,
+         DaemonAction::CycleMinimizedWindowsOfFrontmostApplication},
+        {keys::additionalZoomFrontmostWindow, DaemonAction::ZoomFrontmostWindow},
+        {keys::additionalMinimizeFrontmostWindow, DaemonAction::MinimizeFrontmostWindow},
+        {keys::additionalCloseFrontmostWindow, DaemonAction::CloseFrontmostWindow},
+        {keys::additionalDeminimizeAllMinimizedWindows,
+         DaemonAction::DeminimizeAllMinimizedWindows},
+        {keys::additionalDeminimizeMinimizedWindowsOfFrontmostApplication,
+         DaemonAction::DeminimizeMinimizedWindowsOfFrontmostApplication},
+        {keys::additionalCloseAllMinimizedWindows, DaemonAction::CloseAllMinimizedWindows},
+        {keys::additionalCloseMinimizedWindowsOfFrontmostApplication,
+         DaemonAction::CloseMinimizedWindowsOfFrontmostApplication},
+    };
+    const PlistDictionary none;
+    const auto bindings = HotKeyBindings::fromSettings(LayeredSettings(settings, none));
+    ASSERT_EQ(bindings.size(), 6u * 2 + 7u);
+    for (const HotKeyBinding& binding : bindings) {
+        const auto& [key, action] = expected.at(binding.keyCode - 1);
+        EXPECT_EQ(binding.action, action) << key;
+        if (startsCycle(action)) {
+            EXPECT_EQ(binding.modifiers, binding.direction == StepDirection::Forward
+                                             ? Event::optionKeyMask
+                                             : Event::optionKeyMask | Event::shiftKeyMask)
+                << key;
+        }
+    }
+
+    // A user's table replaces the default one whole; records the daemon cannot use are skipped.
+    const PlistDictionary defaults = {
+        {std::string(keys::cycleAllWindows), PlistDictionary{{"Forward", record("48", "524288")}}}};
+    const PlistDictionary damaged = {
+        {std::string(keys::cycleAllWindows),
+         PlistDictionary{{"Forward", PlistDictionary{{"Modifiers", "524288"}}},
+                         {"Backward", record("48", "655360")}}},
+        {std::string(keys::cycleMinimizedWindows),
+         PlistDictionary{
+             {"Forward", PlistDictionary{{"Key Code", PlistData{}}, {"Modifiers", "0"}}},
+             {"Backward", "not a record"}}},
+        {std::string(keys::cycleNonMinimizedWindows), "not a table"},
+        {std::string(keys::additionalZoomFrontmostWindow),
+         PlistDictionary{{"Forward", record("6", "0")}}},
+        {std::string(keys::additionalCloseFrontmostWindow),
+         PlistDictionary{{"Any", record("65549", "1048576")}}}};
+    const auto read = HotKeyBindings::fromSettings(LayeredSettings(damaged, defaults));
+    ASSERT_EQ(read.size(), 2u);
+    EXPECT_EQ(read[0].action, DaemonAction::CycleAllWindows);
+    EXPECT_EQ(read[0].direction, StepDirection::Backward);
+    EXPECT_EQ(read[1].action, DaemonAction::CloseFrontmostWindow);
+    EXPECT_EQ(read[1].keyCode, 13); // only the low 16 bits name the key
+}
+
+} // namespace
+} // namespace vexto

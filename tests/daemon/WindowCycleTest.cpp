@@ -1,0 +1,130 @@
+#include "cycling/WindowCycle.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace vexto {
+namespace {
+
+using A = DaemonAction;
+using S = StepDirection;
+
+// Five windows, most recently used first: the terminal has the focus.
+std::vector<CycleWindow> desk()
+{
+    return {
+        {1, "term", "Terminal", "~", false, 0},
+        {2, "web", "Browser", "News", false, 0},
+        {3, "term", "Terminal", "build", true, 0},
+        {4, "mail", "Mail", "Inbox", false, std::nullopt},
+        {5, "web", "Browser", "Docs", true, 1},
+    };
+}
+
+std::vector<std::uint64_t> ids(const WindowCycle& cycle)
+{
+    std::vector<std::uint64_t> listed;
+    for (const CycleWindow& window : cycle.items()) {
+        listed.push_back(window.id);
+    }
+    return listed;
+}
+
+std::uint64_t selectedId(const WindowCycle& cycle)
+{
+    return cycle.selected() != nullptr ? cycle.selected()->id : 0;
+}
+
+TEST(WindowCycleTest, EachModeOffersItsWindowsInTheOrderTheyWereUsed)
+{
+    const auto windows = desk();
+    const WindowCycle::Options options;
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleNonMinimizedWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{1, 2, 4}));
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleMinimizedWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{3, 5}));
+    EXPECT_EQ(
+        ids(WindowCycle(windows, 1, A::CycleAllWindowsOfFrontmostApplication, S::Forward, options)),
+        (std::vector<std::uint64_t>{1, 3}));
+    EXPECT_EQ(ids(WindowCycle(windows, 2, A::CycleNonMinimizedWindowsOfFrontmostApplication,
+                              S::Forward, options)),
+              (std::vector<std::uint64_t>{2}));
+    EXPECT_EQ(ids(WindowCycle(windows, 2, A::CycleMinimizedWindowsOfFrontmostApplication,
+                              S::Forward, options)),
+              (std::vector<std::uint64_t>{5}));
+    // With no window focused there is no frontmost program to cycle.
+    EXPECT_TRUE(WindowCycle(windows, std::nullopt, A::CycleAllWindowsOfFrontmostApplication,
+                            S::Forward, options)
+                    .isEmpty());
+    EXPECT_TRUE(WindowCycle({}, std::nullopt, A::CycleAllWindows, S::Forward, options).isEmpty());
+}
+
+TEST(WindowCycleTest, TheFirstPressSelectsTheWindowUsedBeforeOrStaysWithoutStepForward)
+{
+    const auto windows = desk();
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, {true, true})),
+              2u);
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Backward, {true, true})),
+              5u);
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, {false, true})),
+              1u);
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Backward, {false, true})),
+              1u);
+    // A cycle that does not offer the focused window starts on its first window already.
+    EXPECT_EQ(
+        selectedId(WindowCycle(windows, 1, A::CycleMinimizedWindows, S::Forward, {true, true})),
+        3u);
+    EXPECT_EQ(
+        selectedId(WindowCycle(windows, 1, A::CycleMinimizedWindows, S::Backward, {true, true})),
+        5u);
+    // A lone window stays selected whatever the options.
+    const std::vector<CycleWindow> alone = {{7, "x", "X", "x", false, 0}};
+    EXPECT_EQ(selectedId(WindowCycle(alone, 7, A::CycleAllWindows, S::Forward, {true, false})), 7u);
+}
+
+TEST(WindowCycleTest, StepsWrapAroundOnlyWhenAskedAndStayOnTheSameWindowWhenOneGoes)
+{
+    const auto windows = desk();
+    WindowCycle wrapping(windows, 1, A::CycleNonMinimizedWindows, S::Forward, {true, true});
+    wrapping.step(S::Forward);
+    EXPECT_EQ(selectedId(wrapping), 4u);
+    wrapping.step(S::Forward);
+    EXPECT_EQ(selectedId(wrapping), 1u);
+    wrapping.step(S::Backward);
+    EXPECT_EQ(selectedId(wrapping), 4u);
+
+    WindowCycle stopping(windows, 1, A::CycleNonMinimizedWindows, S::Forward, {true, false});
+    stopping.step(S::Forward);
+    stopping.step(S::Forward);
+    EXPECT_EQ(selectedId(stopping), 4u);
+    stopping.selectFirst();
+    stopping.step(S::Backward);
+    EXPECT_EQ(selectedId(stopping), 1u);
+    stopping.selectLast();
+    EXPECT_EQ(selectedId(stopping), 4u);
+    stopping.select(99);
+    EXPECT_EQ(selectedId(stopping), 4u);
+
+    WindowCycle shrinking(windows, 1, A::CycleAllWindows, S::Forward, {true, true});
+    shrinking.select(3); // the mail window
+    shrinking.remove(2);
+    EXPECT_EQ(selectedId(shrinking), 4u);
+    shrinking.remove(4); // the selected one goes: the next takes its place
+    EXPECT_EQ(selectedId(shrinking), 5u);
+    shrinking.remove(5); // and at the end, the one before
+    EXPECT_EQ(selectedId(shrinking), 3u);
+    shrinking.remove(42);
+    shrinking.remove(1);
+    shrinking.remove(3);
+    EXPECT_TRUE(shrinking.isEmpty());
+    EXPECT_EQ(shrinking.selected(), nullptr);
+    shrinking.step(S::Forward);
+    EXPECT_EQ(shrinking.selected(), nullptr);
+}
+
+} // namespace
+} // namespace vexto
