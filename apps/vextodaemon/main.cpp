@@ -106,9 +106,7 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
             "could not enter the process register: panes will look for this daemon by a walk");
     }
     daemon.start();
-    while (daemon.isRunning()) {
-        loop.runFor(1.0);
-    }
+    loop.runUntil([&] { return !daemon.isRunning(); });
     watcher.unwatchDescriptor(stopSignals);
     ProcessRegister::leave(product::daemonProcessName, entry);
     return 0;

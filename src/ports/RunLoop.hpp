@@ -57,6 +57,15 @@ public:
     virtual void sleep(double seconds) = 0;
     // Runs the loop in the default mode for that long, firing what falls due.
     virtual void runFor(double seconds) = 0;
+    // Runs the loop in the default mode until `finished` holds, asked after each thing served.
+    // Real loops wait for as long as nothing is due, so that an idle process never wakes; this
+    // fallback looks once a second.
+    virtual void runUntil(const std::function<bool()>& finished)
+    {
+        while (!finished()) {
+            runFor(1.0);
+        }
+    }
 };
 
 } // namespace vexto

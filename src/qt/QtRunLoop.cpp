@@ -1,5 +1,6 @@
 #include "qt/QtRunLoop.hpp"
 
+#include <QAbstractEventDispatcher>
 #include <QEventLoop>
 #include <QThread>
 
@@ -56,6 +57,22 @@ void QtRunLoop::runFor(double seconds)
     QTimer::singleShot(static_cast<int>(std::lround(std::max(seconds, 0.0) * 1000)), &loop,
                        &QEventLoop::quit);
     loop.exec();
+}
+
+void QtRunLoop::runUntil(const std::function<bool()>& finished)
+{
+    if (finished()) {
+        return;
+    }
+    QEventLoop loop;
+    const auto connection = QObject::connect(QAbstractEventDispatcher::instance(),
+                                             &QAbstractEventDispatcher::aboutToBlock, &loop, [&] {
+                                                 if (finished()) {
+                                                     loop.quit();
+                                                 }
+                                             });
+    loop.exec();
+    QObject::disconnect(connection);
 }
 
 void QtRunLoop::watchDescriptor(int fd, std::function<void()> ready)

@@ -27,6 +27,8 @@ public:
     void sleep(double seconds) override;
     // Runs Qt's event loop for that long.
     void runFor(double seconds) override;
+    // Asks each time Qt's loop is about to wait, so that it wakes only for what it serves.
+    void runUntil(const std::function<bool()>& finished) override;
 
     // Watched through Qt's own event loop, one socket notifier per descriptor.
     void watchDescriptor(int fd, std::function<void()> ready) override;

@@ -44,6 +44,20 @@ void PollRunLoop::runFor(double seconds)
     }
 }
 
+void PollRunLoop::runUntil(const std::function<bool()>& finished)
+{
+    for (;;) {
+        while (auto action = queue_.takeDue(now(), RunLoopMode::Default)) {
+            action();
+        }
+        if (finished()) {
+            return;
+        }
+        const auto next = queue_.nextDueTime(RunLoopMode::Default);
+        waitForDescriptors(next ? std::max(*next - now(), 0.0) : -1.0);
+    }
+}
+
 void PollRunLoop::watchDescriptor(int fd, std::function<void()> ready)
 {
     watched_[fd] = std::move(ready);
@@ -56,8 +70,9 @@ void PollRunLoop::unwatchDescriptor(int fd)
 
 void PollRunLoop::waitForDescriptors(double seconds)
 {
+    const bool forever = seconds < 0;
     if (watched_.empty()) {
-        sleep(seconds);
+        sleep(forever ? 1.0 : seconds); // nothing could ever wake it: it looks again later
         return;
     }
     std::vector<pollfd> descriptors;
@@ -65,7 +80,8 @@ void PollRunLoop::waitForDescriptors(double seconds)
         descriptors.push_back(pollfd{fd, POLLIN, 0});
     }
     // Rounded up, so that a perform due in less than a millisecond is not polled for in a loop.
-    const int milliseconds = static_cast<int>(std::ceil(std::max(seconds, 0.0) * 1000.0));
+    const int milliseconds =
+        forever ? -1 : static_cast<int>(std::ceil(std::min(seconds, 86400.0) * 1000.0));
     if (::poll(descriptors.data(), descriptors.size(), milliseconds) <= 0) {
         return;
     }

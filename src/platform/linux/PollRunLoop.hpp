@@ -14,12 +14,14 @@ public:
     double now() const override;
     void sleep(double seconds) override;
     void runFor(double seconds) override;
+    void runUntil(const std::function<bool()>& finished) override;
 
     void watchDescriptor(int fd, std::function<void()> ready) override;
     void unwatchDescriptor(int fd) override;
 
 private:
-    // Waits up to `seconds` for a watched descriptor and serves the ready ones.
+    // Waits up to `seconds` (negative: for as long as it takes) for a watched descriptor and
+    // serves the ready ones.
     void waitForDescriptors(double seconds);
 
     std::map<int, std::function<void()>> watched_;
