@@ -23,8 +23,9 @@ allowed_for() {
     src/platform*) echo "foundation ports toolkit platform" ;;
     src/qt*) echo "foundation ports toolkit platform qt" ;;
     apps/vextodaemon/cycling/*) echo "foundation settings ports toolkit cycling" ;;
+    apps/vextodaemon/xserver/*) echo "foundation settings ports toolkit platform cycling xserver" ;;
     apps/vextodaemon/panel/*) echo "foundation settings ports toolkit widgets cycling panel" ;;
-    apps/vextodaemon/*) echo "foundation settings ports toolkit widgets platform qt cycling panel" ;;
+    apps/vextodaemon/*) echo "foundation settings ports toolkit widgets platform qt cycling panel xserver" ;;
     apps/*) echo "foundation ports toolkit platform qt" ;;
     esac
 }
@@ -53,6 +54,7 @@ only_in() { # PATTERN ALLOWED-PATH-REGEX WHAT
 only_in 'plist/' '^src/foundation/PropertyListCodec\.cpp$' "libplist"
 only_in 'Q[A-Za-z]+>|QtCore|QtWidgets|QtGui' '^(src/qt/|apps/)' "Qt"
 only_in 'systemd/|xkbcommon/|fontconfig/|X11/|tiffio' '^src/platform/linux/' "A Linux library"
+only_in 'xcb/' '^(src/platform/linux/|apps/vextodaemon/xserver/)' "xcb"
 
 if [ "$failures" -ne 0 ]; then
     exit 1

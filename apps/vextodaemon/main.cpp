@@ -1,14 +1,19 @@
-// vextodaemon for Linux: the reference daemon the pane starts, restarts and talks to. It runs
+// vextodaemon for Linux: the window-cycling daemon the pane starts, restarts and talks to. It runs
 // until the pane asks it to quit, or SIGTERM or SIGINT arrives, and logs what it does to
 // ~/Library/Logs/vextodaemon.log and standard error. Where a display can be reached it loads its
 // Qt module and shows sample panels; without one it only logs that they are due.
+//
+// On an X11 desktop it grabs the hot keys of the settings and cycles windows; in a Wayland
+// session, or without a display, it only answers the pane.
 //
 //   vextodaemon --render-sample SETTINGS-OR-LAYOUT PNG [SCREEN-WIDTH]
 // draws the sample panel for a settings or layout file into a picture instead, and exits.
 #include "BusReconnection.hpp"
 #include "DaemonLog.hpp"
 #include "DaemonQtFront.hpp"
-#include "ReferenceDaemon.hpp"
+#include "DaemonService.hpp"
+#include "cycling/CycleController.hpp"
+#include "cycling/HotKeyBindings.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
@@ -21,11 +26,15 @@
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/ProcessRegister.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
+#include "settings/LayeredSettings.hpp"
+#include "xserver/X11WindowSystem.hpp"
 
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <memory>
+#include <optional>
 #include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -80,11 +89,58 @@ void logToFile(DaemonLog*& log)
     });
 }
 
+// Generic window switching is not possible for a client under Wayland: the compositor owns the
+// keyboard and the windows, and Xwayland shows only the X11 programs.
+std::optional<std::string> waylandSession()
+{
+    const char* type = std::getenv("XDG_SESSION_TYPE");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    if (type != nullptr && std::string(type) == "wayland") {
+        return "XDG_SESSION_TYPE is wayland";
+    }
+    if (wayland != nullptr && *wayland != '\0') {
+        return "WAYLAND_DISPLAY is " + std::string(wayland);
+    }
+    return std::nullopt;
+}
+
+// The window system the daemon cycles on, none (with the reason logged) where it cannot.
+std::unique_ptr<X11WindowSystem> windowSystem(RunLoop& loop, DescriptorWatcher& watcher)
+{
+    if (const auto session = waylandSession()) {
+        Log::line("window cycling needs an X11 session, and this is a Wayland one (" + *session +
+                  "): no hot keys are grabbed");
+        return nullptr;
+    }
+    std::string problem;
+    auto windows = X11WindowSystem::open(loop, watcher, {}, problem);
+    if (!windows) {
+        Log::line("no window cycling: " + problem);
+    }
+    return windows;
+}
+
 int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presenter)
 {
     FontconfigCatalog fonts;
     DBusDistributedNotificationCenter center(watcher);
-    ReferenceDaemon daemon(center, bundlePath(), presenter, &fonts);
+    DaemonService daemon(center, bundlePath(), presenter, &fonts);
+    std::unique_ptr<X11WindowSystem> windows = windowSystem(loop, watcher);
+    std::unique_ptr<CycleController> cycles;
+    if (windows) {
+        cycles = std::make_unique<CycleController>(loop, *windows, nullptr);
+        windows->setController(cycles.get());
+        // As every X client does, the daemon ends with its display.
+        windows->setConnectionLostHandler([&] { daemon.quit("lost the X display"); });
+        daemon.setSettingsHandler(
+            [&](const PlistDictionary& settings, const PlistDictionary& defaults) {
+                const LayeredSettings layered(settings, defaults);
+                const std::vector<HotKeyBinding> bindings = HotKeyBindings::fromSettings(layered);
+                cycles->setSettings(CycleSettings::fromSettings(layered));
+                cycles->setBindings(bindings);
+                windows->useBindings(bindings, X11KeyGrabs::Options::fromSettings(layered));
+            });
+    }
     BusReconnection reconnection(
         loop, [&] { return center.reconnect(); },
         [&] {
@@ -108,6 +164,9 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
     daemon.start();
     loop.runUntil([&] { return !daemon.isRunning(); });
     watcher.unwatchDescriptor(stopSignals);
+    if (windows) {
+        windows->setController(nullptr);
+    }
     ProcessRegister::leave(product::daemonProcessName, entry);
     return 0;
 }
@@ -135,7 +194,7 @@ int renderSample(const char* source, const char* png, const char* width)
     }
     FontconfigCatalog fonts;
     const SampleAppearance look = SampleAppearance::fromSettings(
-        *settings, ReferenceDaemon::shippedDefaults(bundlePath()), &fonts);
+        *settings, DaemonService::shippedDefaults(bundlePath()), &fonts);
     if (render(&look, *screenWidth, png) != 0) {
         std::fprintf(stderr, "vextodaemon: cannot write %s\n", png);
         return 1;

@@ -2,6 +2,7 @@
 
 #include "foundation/PlistValue.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -11,21 +12,27 @@ class DistributedNotificationCenter;
 class FontCatalog;
 class SamplePresenter;
 
-// The Linux reference daemon: it speaks the daemon's whole side of the notification protocol,
-// so that the pane can be driven and tried end to end, and cycles no windows. It rereads the
-// settings when told and, when asked for a sample, shows its panel in the new look where it has
-// a presenter (else it logs that one is due). It keeps the update settings in its defaults
-// domain and checks for updates against a local feed file instead of the network.
-class ReferenceDaemon {
+// The daemon's side of the notification protocol: it reads the settings at its start and
+// again when the pane says they changed, and hands them to whoever cycles the windows; when
+// asked for a sample, it shows its panel in the new look where it has a presenter (else it logs
+// that one is due). It keeps the update settings in its defaults domain and checks for updates
+// against a local feed file instead of the network.
+class DaemonService {
 public:
     // Without a presenter samples are only logged; fonts are looked up in the catalog.
-    ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath,
-                    SamplePresenter* presenter = nullptr, const FontCatalog* fonts = nullptr);
-    ~ReferenceDaemon();
-    ReferenceDaemon(const ReferenceDaemon&) = delete;
-    ReferenceDaemon& operator=(const ReferenceDaemon&) = delete;
+    DaemonService(DistributedNotificationCenter& center, std::string bundlePath,
+                  SamplePresenter* presenter = nullptr, const FontCatalog* fonts = nullptr);
+    ~DaemonService();
+    DaemonService(const DaemonService&) = delete;
+    DaemonService& operator=(const DaemonService&) = delete;
 
-    // Listens to the pane and tells it that the daemon runs.
+    // Told the user's settings (empty when they cannot be read) and the shipped defaults each
+    // time they are read.
+    using SettingsHandler =
+        std::function<void(const PlistDictionary& settings, const PlistDictionary& defaults)>;
+    void setSettingsHandler(SettingsHandler handler) { settingsHandler_ = std::move(handler); }
+
+    // Reads the settings, listens to the pane and tells it that the daemon runs.
     void start();
     bool isRunning() const { return running_; }
     void quit(const std::string& reason);
@@ -47,6 +54,9 @@ public:
 
 private:
     void updateDaemon(const std::optional<std::string>& object);
+    // The user's settings, none where they cannot be read (the reason is logged).
+    std::optional<PlistDictionary> readSettings() const;
+    const PlistDictionary& defaults();
     // False where there is nowhere to show it.
     bool showSample(const PlistDictionary& settings);
     void followInstruction(const std::optional<std::string>& object);
@@ -62,6 +72,7 @@ private:
     SamplePresenter* presenter_;
     const FontCatalog* fonts_;
     std::optional<PlistDictionary> shippedDefaults_;
+    SettingsHandler settingsHandler_;
     bool running_ = false;
 };
 

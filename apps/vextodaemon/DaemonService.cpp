@@ -1,4 +1,4 @@
-#include "ReferenceDaemon.hpp"
+#include "DaemonService.hpp"
 
 #include "foundation/Bundle.hpp"
 #include "foundation/DaemonNotifications.hpp"
@@ -51,27 +51,27 @@ long takeNumber(std::string& rest)
 
 } // namespace
 
-ReferenceDaemon::ReferenceDaemon(DistributedNotificationCenter& center, std::string bundlePath,
-                                 SamplePresenter* presenter, const FontCatalog* fonts)
+DaemonService::DaemonService(DistributedNotificationCenter& center, std::string bundlePath,
+                             SamplePresenter* presenter, const FontCatalog* fonts)
     : center_(center), bundlePath_(std::move(bundlePath)), presenter_(presenter), fonts_(fonts)
 {}
 
-ReferenceDaemon::~ReferenceDaemon()
+DaemonService::~DaemonService()
 {
     center_.removeObserver(this);
 }
 
-std::string ReferenceDaemon::feedPath()
+std::string DaemonService::feedPath()
 {
     return productFile("UpdateFeed.plist");
 }
 
-std::string ReferenceDaemon::defaultsPath()
+std::string DaemonService::defaultsPath()
 {
     return PreferencesFolder::pathForDomain(std::string(product::bundleIdentifier));
 }
 
-PlistDictionary ReferenceDaemon::shippedDefaults(const std::string& bundlePath)
+PlistDictionary DaemonService::shippedDefaults(const std::string& bundlePath)
 {
     const std::string defaultsPath = FileSystem::join(
         FileSystem::folderOf(bundlePath), std::string(product::defaultSettingsFileName));
@@ -79,7 +79,7 @@ PlistDictionary ReferenceDaemon::shippedDefaults(const std::string& bundlePath)
         .value_or(PlistDictionary{});
 }
 
-int ReferenceDaemon::compareVersions(const std::string& first, const std::string& second)
+int DaemonService::compareVersions(const std::string& first, const std::string& second)
 {
     std::string a = first;
     std::string b = second;
@@ -93,7 +93,7 @@ int ReferenceDaemon::compareVersions(const std::string& first, const std::string
     return 0;
 }
 
-void ReferenceDaemon::start()
+void DaemonService::start()
 {
     running_ = true;
     center_.addObserver(
@@ -111,11 +111,14 @@ void ReferenceDaemon::start()
         true);
     // What writes cut short by an earlier end of this daemon left beside its defaults.
     SettingsFileRecovery::removeLeftoversOfInterruptedSaves(defaultsPath());
-    Log::line("vextodaemon " + currentShortVersion() + " started; it cycles no windows");
+    Log::line("vextodaemon " + currentShortVersion() + " started");
+    if (settingsHandler_) {
+        settingsHandler_(readSettings().value_or(PlistDictionary{}), defaults());
+    }
     center_.post(names::named(names::updatePane), std::nullopt);
 }
 
-void ReferenceDaemon::quit(const std::string& reason)
+void DaemonService::quit(const std::string& reason)
 {
     if (!running_) {
         return;
@@ -125,7 +128,7 @@ void ReferenceDaemon::quit(const std::string& reason)
     Log::line("vextodaemon quits: " + reason);
 }
 
-void ReferenceDaemon::catchUp()
+void DaemonService::catchUp()
 {
     if (!running_) {
         return;
@@ -134,38 +137,56 @@ void ReferenceDaemon::catchUp()
     center_.post(names::named(names::updatePane), std::nullopt);
 }
 
-void ReferenceDaemon::updateDaemon(const std::optional<std::string>& object)
+std::optional<PlistDictionary> DaemonService::readSettings() const
 {
     const std::string path = productFile(product::settingsFileName);
-    const auto read = PropertyListCodec::readFile(path);
-    const PlistDictionary* settings = read.value ? read.value->asDictionary() : nullptr;
+    if (!FileSystem::isPresent(path)) {
+        Log::line("no settings at " + path + " yet: the shipped defaults apply");
+        return PlistDictionary{};
+    }
+    auto read = PropertyListCodec::readFile(path);
+    PlistDictionary* settings = read.value ? read.value->asDictionary() : nullptr;
     if (settings == nullptr) {
         Log::line("could not read " + path + ": " +
                   (read.error.empty() ? std::string("not a dictionary") : read.error));
-    } else {
-        Log::line("read " + std::to_string(settings->size()) + " settings from " + path);
+        return std::nullopt;
     }
-    if (object != names::dummyObject) {
-        return;
-    }
-    Log::line(settings != nullptr && showSample(*settings) ? "showing a sample panel"
-                                                           : "a sample panel is due");
+    Log::line("read " + std::to_string(settings->size()) + " settings from " + path);
+    return std::move(*settings);
 }
 
-bool ReferenceDaemon::showSample(const PlistDictionary& settings)
+const PlistDictionary& DaemonService::defaults()
 {
-    if (presenter_ == nullptr) {
-        return false;
-    }
     // The shipped defaults do not change while the daemon runs: read once.
     if (!shippedDefaults_) {
         shippedDefaults_ = shippedDefaults(bundlePath_);
     }
-    return presenter_->showSample(
-        SampleAppearance::fromSettings(settings, *shippedDefaults_, fonts_));
+    return *shippedDefaults_;
 }
 
-void ReferenceDaemon::followInstruction(const std::optional<std::string>& object)
+void DaemonService::updateDaemon(const std::optional<std::string>& object)
+{
+    const auto settings = readSettings();
+    // Settings that cannot be read leave the hot keys as they were.
+    if (settings && settingsHandler_) {
+        settingsHandler_(*settings, defaults());
+    }
+    if (object != names::dummyObject) {
+        return;
+    }
+    Log::line(settings && showSample(*settings) ? "showing a sample panel"
+                                                : "a sample panel is due");
+}
+
+bool DaemonService::showSample(const PlistDictionary& settings)
+{
+    if (presenter_ == nullptr) {
+        return false;
+    }
+    return presenter_->showSample(SampleAppearance::fromSettings(settings, defaults(), fonts_));
+}
+
+void DaemonService::followInstruction(const std::optional<std::string>& object)
 {
     if (object == updates::toggleAutomaticChecks) {
         toggleAutomaticChecks();
@@ -178,7 +199,7 @@ void ReferenceDaemon::followInstruction(const std::optional<std::string>& object
                  std::string(updates::invalidateUpdateVersion));
 }
 
-void ReferenceDaemon::toggleAutomaticChecks()
+void DaemonService::toggleAutomaticChecks()
 {
     PlistDictionary defaults = readDefaults();
     const std::string key(updates::automaticChecksKey);
@@ -192,7 +213,7 @@ void ReferenceDaemon::toggleAutomaticChecks()
 
 // The newest version the feed names: none where there is no feed (nothing newer was published),
 // and a problem where there is one that cannot be used.
-std::optional<std::string> ReferenceDaemon::latestVersion(std::string& problem)
+std::optional<std::string> DaemonService::latestVersion(std::string& problem)
 {
     const std::string path = feedPath();
     if (!FileSystem::isPresent(path)) {
@@ -210,7 +231,7 @@ std::optional<std::string> ReferenceDaemon::latestVersion(std::string& problem)
     return *latest->asString();
 }
 
-void ReferenceDaemon::checkNow()
+void DaemonService::checkNow()
 {
     const std::string current = currentShortVersion();
     std::string problem;
@@ -237,7 +258,7 @@ void ReferenceDaemon::checkNow()
 
 // A file that cannot be used is kept aside, as the pane keeps a damaged settings file, before the
 // next write replaces it: nothing the user had is lost unseen.
-PlistDictionary ReferenceDaemon::readDefaults() const
+PlistDictionary DaemonService::readDefaults() const
 {
     const std::string path = defaultsPath();
     if (!FileSystem::exists(path)) {
@@ -252,7 +273,7 @@ PlistDictionary ReferenceDaemon::readDefaults() const
     return {};
 }
 
-bool ReferenceDaemon::writeDefaults(const PlistDictionary& defaults) const
+bool DaemonService::writeDefaults(const PlistDictionary& defaults) const
 {
     const std::string path = defaultsPath();
     const bool written = FileSystem::createDirectories(FileSystem::folderOf(path)) &&
@@ -263,7 +284,7 @@ bool ReferenceDaemon::writeDefaults(const PlistDictionary& defaults) const
     return written;
 }
 
-std::string ReferenceDaemon::currentShortVersion() const
+std::string DaemonService::currentShortVersion() const
 {
     return Bundle(bundlePath_).infoString("CFBundleShortVersionString").value_or("");
 }

@@ -1,0 +1,250 @@
+#include "xserver/X11ClientList.hpp"
+
+#include "foundation/TextEncoding.hpp"
+#include "xserver/XcbConnection.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <xcb/xcb_icccm.h>
+
+namespace vexto {
+
+namespace {
+
+template <typename Reply> using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
+template <typename Reply> Owned<Reply> owned(Reply* reply)
+{
+    return Owned<Reply>(reply, &std::free);
+}
+
+// At most this many 32-bit units of a text property are fetched.
+constexpr std::uint32_t textUnits = X11ClientList::longestText / 4;
+
+// Cut to the bound at a character's edge, with what is not UTF-8 replaced.
+std::string boundedUtf8(std::string_view text)
+{
+    std::string out;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        std::string next;
+        TextEncoding::appendUtf8(next, TextEncoding::nextCodePoint(text, at));
+        if (out.size() + next.size() > X11ClientList::longestText) {
+            break;
+        }
+        out += next;
+    }
+    return out;
+}
+
+std::string fromLatin1(std::string_view text)
+{
+    std::string out;
+    for (const char byte : text.substr(0, X11ClientList::longestText / 2)) {
+        TextEncoding::appendUtf8(out, static_cast<unsigned char>(byte));
+    }
+    return out;
+}
+
+// What one window's properties say, asked for all windows at once before any answer is read.
+struct Asked {
+    xcb_window_t window;
+    xcb_get_property_cookie_t netName;
+    xcb_get_property_cookie_t name;
+    xcb_get_property_cookie_t windowClass;
+    xcb_get_property_cookie_t pid;
+    xcb_get_property_cookie_t state;
+    xcb_get_property_cookie_t desktop;
+    xcb_get_property_cookie_t type;
+};
+
+xcb_get_property_cookie_t ask(xcb_connection_t* c, xcb_window_t window, xcb_atom_t property,
+                              xcb_atom_t type, std::uint32_t units)
+{
+    return xcb_get_property(c, 0, window, property, type, 0, units);
+}
+
+std::string_view textOf(const xcb_get_property_reply_t& reply)
+{
+    const auto length = static_cast<std::size_t>(xcb_get_property_value_length(&reply));
+    return {static_cast<const char*>(xcb_get_property_value(&reply)), length};
+}
+
+template <typename Value> std::vector<Value> valuesOf(const xcb_get_property_reply_t& reply)
+{
+    if (reply.format != 32) {
+        return {};
+    }
+    const auto* values = static_cast<const Value*>(xcb_get_property_value(&reply));
+    return {values, values + xcb_get_property_value_length(&reply) / 4};
+}
+
+} // namespace
+
+X11ClientList::X11ClientList(XcbConnection& connection) : connection_(connection)
+{
+    clientListChanged();
+    activeWindowChanged();
+}
+
+std::vector<xcb_window_t> X11ClientList::stacking() const
+{
+    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    auto reply = owned(
+        xcb_get_property_reply(connection_.get(),
+                               ask(connection_.get(), connection_.root(),
+                                   ewmh._NET_CLIENT_LIST_STACKING, XCB_ATOM_WINDOW, mostWindows),
+                               nullptr));
+    if (!reply) {
+        return {};
+    }
+    return valuesOf<xcb_window_t>(*reply);
+}
+
+std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
+{
+    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    xcb_window_t window = XCB_NONE;
+    if (xcb_ewmh_get_active_window_reply(
+            &ewmh, xcb_ewmh_get_active_window(&ewmh, connection_.screenNumber()), &window,
+            nullptr) == 0 ||
+        window == XCB_NONE) {
+        return std::nullopt;
+    }
+    return window;
+}
+
+std::vector<std::uint64_t> X11ClientList::clientListChanged()
+{
+    std::vector<xcb_window_t> listed = stacking();
+    std::vector<std::uint64_t> gone;
+    std::erase_if(recent_, [&](xcb_window_t window) {
+        if (std::find(listed.begin(), listed.end(), window) != listed.end()) {
+            return false;
+        }
+        gone.push_back(window);
+        return true;
+    });
+    // New windows come in above the ones never used, topmost first.
+    std::vector<xcb_window_t> arrived;
+    for (auto window = listed.rbegin(); window != listed.rend(); ++window) {
+        if (std::find(recent_.begin(), recent_.end(), *window) == recent_.end()) {
+            arrived.push_back(*window);
+        }
+    }
+    recent_.insert(recent_.end(), arrived.begin(), arrived.end());
+    return gone;
+}
+
+void X11ClientList::activeWindowChanged()
+{
+    const auto window = readActiveWindow();
+    if (window) {
+        noteUsed(*window);
+        active_ = *window;
+    } else {
+        active_.reset();
+    }
+}
+
+void X11ClientList::noteUsed(xcb_window_t window)
+{
+    const auto found = std::find(recent_.begin(), recent_.end(), window);
+    if (found != recent_.end()) {
+        std::rotate(recent_.begin(), found, found + 1);
+    }
+}
+
+std::optional<std::uint32_t> X11ClientList::currentDesktop() const
+{
+    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    std::uint32_t desktop = 0;
+    if (xcb_ewmh_get_current_desktop_reply(
+            &ewmh, xcb_ewmh_get_current_desktop(&ewmh, connection_.screenNumber()), &desktop,
+            nullptr) == 0) {
+        return std::nullopt;
+    }
+    return desktop;
+}
+
+std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
+{
+    xcb_connection_t* c = connection_.get();
+    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    std::vector<Asked> asked;
+    asked.reserve(recent_.size());
+    for (const xcb_window_t window : recent_) {
+        asked.push_back({window, ask(c, window, ewmh._NET_WM_NAME, ewmh.UTF8_STRING, textUnits),
+                         ask(c, window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY, textUnits),
+                         ask(c, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, textUnits),
+                         ask(c, window, ewmh._NET_WM_PID, XCB_ATOM_CARDINAL, 1),
+                         ask(c, window, ewmh._NET_WM_STATE, XCB_ATOM_ATOM, 32),
+                         ask(c, window, ewmh._NET_WM_DESKTOP, XCB_ATOM_CARDINAL, 1),
+                         ask(c, window, ewmh._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, 32)});
+    }
+    const xcb_atom_t leftOutTypes[] = {
+        ewmh._NET_WM_WINDOW_TYPE_DOCK,       ewmh._NET_WM_WINDOW_TYPE_DESKTOP,
+        ewmh._NET_WM_WINDOW_TYPE_MENU,       ewmh._NET_WM_WINDOW_TYPE_DROPDOWN_MENU,
+        ewmh._NET_WM_WINDOW_TYPE_POPUP_MENU, ewmh._NET_WM_WINDOW_TYPE_TOOLTIP,
+        ewmh._NET_WM_WINDOW_TYPE_SPLASH,     ewmh._NET_WM_WINDOW_TYPE_NOTIFICATION,
+        ewmh._NET_WM_WINDOW_TYPE_COMBO,      ewmh._NET_WM_WINDOW_TYPE_DND};
+    std::vector<CycleWindow> windows;
+    for (const Asked& question : asked) {
+        auto netName = owned(xcb_get_property_reply(c, question.netName, nullptr));
+        auto name = owned(xcb_get_property_reply(c, question.name, nullptr));
+        auto windowClass = owned(xcb_get_property_reply(c, question.windowClass, nullptr));
+        auto pid = owned(xcb_get_property_reply(c, question.pid, nullptr));
+        auto state = owned(xcb_get_property_reply(c, question.state, nullptr));
+        auto desktop = owned(xcb_get_property_reply(c, question.desktop, nullptr));
+        auto type = owned(xcb_get_property_reply(c, question.type, nullptr));
+        if (!windowClass && !netName && !name && !type) {
+            continue; // gone meanwhile
+        }
+        bool offered = true;
+        CycleWindow window;
+        window.id = question.window;
+        if (type) {
+            for (const xcb_atom_t kind : valuesOf<xcb_atom_t>(*type)) {
+                offered &= std::find(std::begin(leftOutTypes), std::end(leftOutTypes), kind) ==
+                           std::end(leftOutTypes);
+            }
+        }
+        if (state) {
+            for (const xcb_atom_t flag : valuesOf<xcb_atom_t>(*state)) {
+                offered &= flag != ewmh._NET_WM_STATE_SKIP_TASKBAR;
+                window.minimized |= flag == ewmh._NET_WM_STATE_HIDDEN;
+            }
+        }
+        if (!offered) {
+            continue;
+        }
+        if (netName && netName->format == 8 && xcb_get_property_value_length(netName.get()) > 0) {
+            window.title = boundedUtf8(textOf(*netName));
+        } else if (name && name->format == 8) {
+            window.title = fromLatin1(textOf(*name));
+        }
+        // WM_CLASS holds the instance and then the class, each ending in a zero byte.
+        std::string className;
+        if (windowClass && windowClass->format == 8) {
+            const std::string_view both = textOf(*windowClass);
+            const std::size_t end = both.find('\0');
+            if (end != std::string_view::npos) {
+                className = fromLatin1(both.substr(end + 1, both.find('\0', end + 1) - end - 1));
+            }
+        }
+        const auto pids = pid ? valuesOf<std::uint32_t>(*pid) : std::vector<std::uint32_t>();
+        window.applicationName = className.empty() ? window.title : className;
+        window.applicationKey =
+            className + "\n" + (pids.empty() ? std::to_string(window.id) : std::to_string(pids[0]));
+        const auto desktops =
+            desktop ? valuesOf<std::uint32_t>(*desktop) : std::vector<std::uint32_t>();
+        if (!desktops.empty() && desktops[0] != 0xFFFFFFFF) {
+            window.desktop = desktops[0];
+        }
+        windows.push_back(std::move(window));
+    }
+    return windows;
+}
+
+} // namespace vexto

@@ -1,0 +1,385 @@
+#include "../platform/WindowManager.hpp"
+#include "../platform/XvfbServer.hpp"
+#include "cycling/CycleController.hpp"
+#include "cycling/CyclePanel.hpp"
+#include "cycling/HotKeyBindings.hpp"
+#include "foundation/Log.hpp"
+#include "platform/linux/PollRunLoop.hpp"
+#include "settings/LayeredSettings.hpp"
+#include "toolkit/Event.hpp"
+#include "xserver/X11WindowSystem.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
+#include <xcb/xcb.h>
+#include <xcb/xcb_ewmh.h>
+#include <xcb/xtest.h>
+
+namespace vexto {
+namespace {
+
+// X key codes of the keys the tests press (evdev + 8).
+constexpr xcb_keycode_t tabKey = 23;
+constexpr xcb_keycode_t escapeKey = 9;
+constexpr xcb_keycode_t superKey = 133;
+constexpr xcb_keycode_t altKey = 64;
+constexpr xcb_keycode_t shiftKey = 50;
+constexpr xcb_keycode_t f9Key = 75;
+constexpr std::uint16_t virtualTab = 0x30;
+constexpr std::uint16_t virtualF9 = 0x65;
+
+class CountingPanel final : public CyclePanel {
+public:
+    int shows = 0;
+    bool shown = false;
+    bool showCycle(const WindowCycle&) override
+    {
+        ++shows;
+        return shown = true;
+    }
+    void hideCycle() override { shown = false; }
+    void setItemClickedHandler(std::function<void(std::size_t)>) override {}
+};
+
+// A display managed by openbox with windows of the test's own, the daemon's X11 side and its
+// cycle in this process, and a second client that presses keys through XTEST and reads what
+// the window manager did.
+class X11CyclingTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(server.waitUntilReady());
+        ::setenv("DISPLAY", server.display().c_str(), 1);
+        manager.emplace(server.display());
+        observer = xcb_connect(server.display().c_str(), nullptr);
+        ASSERT_EQ(xcb_connection_has_error(observer), 0);
+        xcb_ewmh_init_atoms_replies(&ewmh, xcb_ewmh_init_atoms(observer, &ewmh), nullptr);
+        ASSERT_TRUE(waitFor([&] { return windowManagerRuns(); }));
+        Log::setSink([this](const std::string& line) { logged.push_back(line); });
+    }
+    void TearDown() override
+    {
+        Log::clearSink();
+        controller.reset();
+        windows.reset();
+        clients.clear();
+        if (observer != nullptr) {
+            xcb_ewmh_connection_wipe(&ewmh);
+            xcb_disconnect(observer);
+        }
+    }
+
+    bool windowManagerRuns()
+    {
+        xcb_window_t check = XCB_NONE;
+        return xcb_ewmh_get_supporting_wm_check_reply(
+                   &ewmh, xcb_ewmh_get_supporting_wm_check(&ewmh, root()), &check, nullptr) != 0;
+    }
+
+    template <typename Condition> bool waitFor(Condition condition, double seconds = 3.0)
+    {
+        const double end = loop.now() + seconds;
+        while (!condition()) {
+            if (loop.now() > end) {
+                return false;
+            }
+            loop.runFor(0.01);
+        }
+        return true;
+    }
+
+    // Windows made by a client of their own; their ids in the order given.
+    std::vector<std::uint32_t> openWindows(std::vector<std::string> specs)
+    {
+        std::vector<std::string> arguments = {VEXTO_TEST_WINDOWS, "--ready-fd", "{fd}"};
+        arguments.insert(arguments.end(), specs.begin(), specs.end());
+        clients.push_back(std::make_unique<test::ChildProcess>(
+            arguments, test::ChildProcess::Environment{{"DISPLAY", server.display()}}));
+        std::istringstream line(clients.back()->firstLine());
+        std::vector<std::uint32_t> ids;
+        for (std::uint32_t id = 0; line >> id;) {
+            ids.push_back(id);
+        }
+        return ids;
+    }
+
+    void startDaemon(const PlistDictionary& settings)
+    {
+        std::string problem;
+        windows = X11WindowSystem::open(loop, loop, server.display(), problem);
+        ASSERT_TRUE(windows) << problem;
+        controller = std::make_unique<CycleController>(loop, *windows, &panel);
+        windows->setController(controller.get());
+        useSettings(settings);
+    }
+
+    void useSettings(const PlistDictionary& settings)
+    {
+        const PlistDictionary none;
+        const LayeredSettings layered(settings, none);
+        const auto bindings = HotKeyBindings::fromSettings(layered);
+        controller->setSettings(CycleSettings::fromSettings(layered));
+        controller->setBindings(bindings);
+        windows->useBindings(bindings, X11KeyGrabs::Options::fromSettings(layered));
+    }
+
+    std::uint32_t active()
+    {
+        xcb_window_t window = XCB_NONE;
+        xcb_ewmh_get_active_window_reply(&ewmh, xcb_ewmh_get_active_window(&ewmh, 0), &window,
+                                         nullptr);
+        return window;
+    }
+
+    bool becomesActive(std::uint32_t window)
+    {
+        return waitFor([&] { return active() == window; });
+    }
+
+    void focus(std::uint32_t window)
+    {
+        xcb_ewmh_request_change_active_window(&ewmh, 0, window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                              XCB_CURRENT_TIME, XCB_NONE);
+        xcb_flush(observer);
+        ASSERT_TRUE(becomesActive(window));
+    }
+
+    void press(xcb_keycode_t key) { fake(XCB_KEY_PRESS, key); }
+    void release(xcb_keycode_t key) { fake(XCB_KEY_RELEASE, key); }
+    void tap(xcb_keycode_t key)
+    {
+        press(key);
+        release(key);
+    }
+    void fake(std::uint8_t type, xcb_keycode_t key)
+    {
+        xcb_test_fake_input(observer, type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_flush(observer);
+        free(xcb_get_input_focus_reply(observer, xcb_get_input_focus(observer), nullptr));
+        loop.runFor(0.02); // the daemon's side serves what the server sent it
+    }
+
+    // Whether another client could take the whole keyboard now: nothing was left grabbed.
+    bool keyboardIsFree()
+    {
+        auto* reply =
+            xcb_grab_keyboard_reply(observer,
+                                    xcb_grab_keyboard(observer, 0, root(), XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr);
+        const bool free = reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS;
+        std::free(reply);
+        xcb_ungrab_keyboard(observer, XCB_CURRENT_TIME);
+        xcb_flush(observer);
+        return free;
+    }
+
+    bool loggedContaining(const std::string& part) const
+    {
+        for (const std::string& line : logged) {
+            if (line.find(part) != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    xcb_window_t root() const
+    {
+        return xcb_setup_roots_iterator(xcb_get_setup(observer)).data->root;
+    }
+
+    test::XvfbServer server;
+    std::optional<test::WindowManager> manager;
+    xcb_connection_t* observer = nullptr;
+    xcb_ewmh_connection_t ewmh{};
+    PollRunLoop loop;
+    CountingPanel panel;
+    std::unique_ptr<X11WindowSystem> windows;
+    std::unique_ptr<CycleController> controller;
+    std::vector<std::unique_ptr<test::ChildProcess>> clients;
+    std::vector<std::string> logged;
+};
+
+PlistDictionary hotKey(std::uint16_t key, std::uint64_t modifiers)
+{
+    return {{"Key Code", std::to_string(key)},
+            {"Modifiers", std::to_string(modifiers)},
+            {"Visual Representation", "key " + std::to_string(key)}};
+}
+
+// Super+Tab and Super+Shift+Tab for one mode, with the panel after `delay` milliseconds.
+PlistDictionary superTab(const char* mode = "Cycle All Windows", int delay = 200)
+{
+    return {{mode, PlistDictionary{{"Forward", hotKey(virtualTab, Event::commandKeyMask)},
+                                   {"Backward", hotKey(virtualTab, Event::commandKeyMask |
+                                                                       Event::shiftKeyMask)}}},
+            {"Panel Delay", delay},
+            {"Step Forward Initially", true},
+            {"Wrap-Around Scrolling", true}};
+}
+
+TEST_F(X11CyclingTest, AQuickPressSwitchesBackAndHoldingStepsThroughTheWindowsInTheOrderUsed)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two", "Gamma:three"});
+    ASSERT_EQ(ids.size(), 3u);
+    focus(ids[0]);
+    focus(ids[1]);
+    focus(ids[2]); // used last: Gamma, Beta, Alpha
+    startDaemon(superTab());
+
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[1]));
+    EXPECT_EQ(panel.shows, 0) << "a quick switch never shows the panel";
+    EXPECT_TRUE(keyboardIsFree());
+
+    // Now Beta, Gamma, Alpha: held, two steps reach Alpha, and the panel shows after the delay.
+    press(superKey);
+    tap(tabKey);
+    loop.runFor(0.1);
+    EXPECT_EQ(panel.shows, 0);
+    ASSERT_TRUE(waitFor([&] { return panel.shown; }));
+    tap(tabKey);
+    EXPECT_EQ(active(), ids[1]) << "nothing switches while the modifier is held";
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[0]));
+    EXPECT_FALSE(panel.shown);
+
+    // Escape cancels; Shift goes back from the least recently used end.
+    press(superKey);
+    tap(tabKey);
+    tap(escapeKey);
+    release(superKey);
+    loop.runFor(0.2);
+    EXPECT_EQ(active(), ids[0]);
+    press(superKey);
+    press(shiftKey);
+    tap(tabKey);
+    release(shiftKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[2]));
+    EXPECT_TRUE(keyboardIsFree());
+}
+
+TEST_F(X11CyclingTest, EachModeOffersItsWindowsAndActivationRestoresAndCrossesDesktops)
+{
+    const auto ids =
+        openWindows({"Term:shell", "Term:logs:minimized", "Web:news", "Web:mail:desktop=1",
+                     "Panel:bar:dock", "Tray:hidden:skip-taskbar"});
+    ASSERT_EQ(ids.size(), 6u);
+    focus(ids[2]);
+    focus(ids[0]);
+    startDaemon(superTab("Cycle All Windows"));
+    std::vector<std::uint64_t> listed;
+    for (const CycleWindow& window : windows->windowsInRecentOrder()) {
+        listed.push_back(window.id);
+    }
+    EXPECT_EQ(listed.front(), ids[0]);
+    EXPECT_EQ(listed.size(), 4u) << "docks and windows that skip the task bar are left out";
+    EXPECT_EQ(std::count(listed.begin(), listed.end(), ids[4]), 0);
+    EXPECT_EQ(std::count(listed.begin(), listed.end(), ids[5]), 0);
+
+    // The minimised terminal window, restored by the frontmost program's minimised cycle.
+    useSettings(superTab("Cycle Minimized Windows of Frontmost Application"));
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[1]));
+
+    // The mail window lives on the second desktop: the switch takes the user there.
+    useSettings(superTab("Cycle All Windows"));
+    ASSERT_TRUE(waitFor([&] {
+        const auto all = windows->windowsInRecentOrder();
+        return !all.empty() && all.back().id == ids[3];
+    }));
+    press(superKey);
+    press(shiftKey);
+    tap(tabKey);
+    release(shiftKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[3]));
+    std::uint32_t desktop = 0;
+    xcb_ewmh_get_current_desktop_reply(&ewmh, xcb_ewmh_get_current_desktop(&ewmh, 0), &desktop,
+                                       nullptr);
+    EXPECT_EQ(desktop, 1u);
+}
+
+TEST_F(X11CyclingTest, NewKeysAreTakenAtOnceAndAKeyHeldByTheWindowManagerIsLoggedAndSkipped)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two"});
+    focus(ids[0]);
+    focus(ids[1]);
+    // openbox holds Alt+Tab: that one is refused and logged, F9 alone works.
+    PlistDictionary settings = {
+        {"Cycle All Windows",
+         PlistDictionary{{"Forward", hotKey(virtualTab, Event::optionKeyMask)}}},
+        {"Cycle Non-Minimized Windows", PlistDictionary{{"Forward", hotKey(virtualF9, 0)}}},
+        {"Activate On No Modifiers", true},
+        {"Step Forward Initially", true}};
+    startDaemon(settings);
+    EXPECT_TRUE(loggedContaining("could not take the hot key key 48: another program holds it"));
+    tap(f9Key);
+    EXPECT_TRUE(becomesActive(ids[0]));
+
+    // Super+Tab instead of F9: the old key is dead, the new one lives.
+    useSettings(superTab());
+    tap(f9Key);
+    loop.runFor(0.2);
+    EXPECT_EQ(active(), ids[0]);
+    EXPECT_FALSE(controller->isCycling());
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[1]));
+    (void)altKey;
+}
+
+TEST_F(X11CyclingTest, WindowsClosingAndTheWindowManagerLeavingMidCycleLeaveNothingGrabbed)
+{
+    const auto first = openWindows({"Alpha:one"});
+    const auto second = openWindows({"Beta:two", "Gamma:three"});
+    focus(first[0]);
+    focus(second[0]);
+    startDaemon(superTab("Cycle All Windows", 0));
+    press(superKey);
+    tap(tabKey);
+    ASSERT_TRUE(panel.shown);
+    clients.back()->stop(); // Beta and Gamma go while the panel is up
+    ASSERT_TRUE(waitFor([&] { return windows->windowsInRecentOrder().size() == 1; }));
+    release(superKey);
+    EXPECT_TRUE(becomesActive(first[0]));
+    EXPECT_TRUE(keyboardIsFree());
+
+    const auto third = openWindows({"Delta:four"});
+    focus(third[0]);
+    press(superKey);
+    tap(tabKey);
+    ASSERT_TRUE(controller->isCycling());
+    manager->stop();
+    // What the old one left on the root goes, so that the new one is seen arriving.
+    xcb_delete_property(observer, root(), ewmh._NET_SUPPORTING_WM_CHECK);
+    xcb_flush(observer);
+    loop.runFor(0.2);
+    release(superKey);
+    loop.runFor(0.2);
+    EXPECT_FALSE(controller->isCycling());
+    EXPECT_TRUE(keyboardIsFree());
+    // A new window manager finds the daemon still working.
+    manager.emplace(server.display());
+    ASSERT_TRUE(waitFor([&] { return windowManagerRuns(); }));
+    loop.runFor(0.5); // openbox settles before it manages focus
+    focus(third[0]);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(first[0]));
+}
+
+} // namespace
+} // namespace vexto
