@@ -2,11 +2,12 @@
 // window that takes no focus, and the sample drawn into a picture.
 #include "DaemonQtFront.hpp"
 
-#include "panel/SamplePanelView.hpp"
+#include "panel/PanelView.hpp"
 #include "panel/SamplePresenter.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "qt/QtCanvas.hpp"
 #include "qt/QtRunLoop.hpp"
+#include "qt/QtTextMetrics.hpp"
 
 #include <QApplication>
 #include <QCursor>
@@ -27,7 +28,7 @@ namespace {
 
 constexpr int shownMilliseconds = 2000;
 
-QImage rendered(SamplePanelView& view)
+QImage rendered(PanelView& view)
 {
     const Size size = view.frame().size;
     QImage image(QSize(int(std::ceil(size.width)), int(std::ceil(size.height))),
@@ -53,7 +54,7 @@ public:
 
     // Without a compositing manager nothing shows through a translucent window: the window is
     // then cut to the panel's own shape, so that no dark corners or shadow band show.
-    void setView(std::unique_ptr<SamplePanelView> view, bool composited)
+    void setView(std::unique_ptr<PanelView> view, bool composited)
     {
         view_ = std::move(view);
         resize(int(std::ceil(view_->frame().width())), int(std::ceil(view_->frame().height())));
@@ -86,7 +87,7 @@ protected:
     }
 
 private:
-    std::unique_ptr<SamplePanelView> view_;
+    std::unique_ptr<PanelView> view_;
 };
 
 class QtSamplePresenter final : public SamplePresenter {
@@ -97,14 +98,15 @@ public:
         QObject::connect(&hideTimer_, &QTimer::timeout, &window_, &QWidget::hide);
     }
 
-    bool showSample(const SampleAppearance& appearance) override
+    bool showSample(const PanelAppearance& appearance) override
     {
         QScreen* screen = chosenScreen(appearance.onMouseScreen);
         if (screen == nullptr) {
             return false;
         }
         const QRect area = screen->availableGeometry();
-        window_.setView(std::make_unique<SamplePanelView>(appearance, area.width()),
+        window_.setView(std::make_unique<PanelView>(appearance, PanelContent::sample(),
+                                                    area.width(), &metrics_),
                         windows_.hasCompositingManager());
         QRect placed(QPoint(), window_.size());
         placed.moveCenter(area.center());
@@ -136,6 +138,7 @@ private:
 
     SampleWindow window_;
     QTimer hideTimer_;
+    QtTextMetrics metrics_;
     EwmhProcessWindows windows_;
 };
 
@@ -152,7 +155,7 @@ vexto_daemon_run_with_qt(int argc, char** argv, DaemonBody body)
 }
 
 extern "C" __attribute__((visibility("default"))) int
-vexto_daemon_render_sample(const SampleAppearance* appearance, double screenWidth,
+vexto_daemon_render_sample(const PanelAppearance* appearance, double screenWidth,
                            const char* pngPath)
 {
     if (std::getenv("QT_QPA_PLATFORM") == nullptr) {
@@ -162,6 +165,7 @@ vexto_daemon_render_sample(const SampleAppearance* appearance, double screenWidt
     char name[] = "vextodaemon";
     char* argv[] = {name, nullptr};
     QApplication application(argc, argv);
-    SamplePanelView view(*appearance, screenWidth);
+    QtTextMetrics metrics;
+    PanelView view(*appearance, PanelContent::sample(), screenWidth, &metrics);
     return rendered(view).save(QString::fromUtf8(pngPath)) ? 0 : 1;
 }

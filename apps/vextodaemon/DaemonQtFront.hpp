@@ -5,7 +5,7 @@ namespace vexto {
 class DescriptorWatcher;
 class RunLoop;
 class SamplePresenter;
-struct SampleAppearance;
+struct PanelAppearance;
 
 // What the daemon does once its run loop and presenter exist; returns the exit status.
 using DaemonBody = int (*)(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presenter);
@@ -16,7 +16,7 @@ inline constexpr const char* runDaemonWithQtSymbol = "vexto_daemon_run_with_qt";
 inline constexpr const char* renderSampleSymbol = "vexto_daemon_render_sample";
 using RunDaemonWithQt = int (*)(int argc, char** argv, DaemonBody body);
 // Renders the sample panel for a screen of the given width to a PNG file; 0 on success.
-using RenderSample = int (*)(const SampleAppearance* appearance, double screenWidth,
+using RenderSample = int (*)(const PanelAppearance* appearance, double screenWidth,
                              const char* pngPath);
 
 } // namespace vexto

@@ -9,7 +9,7 @@
 #include "foundation/ProductInfo.hpp"
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/UpdateInstructions.hpp"
-#include "panel/SampleAppearance.hpp"
+#include "panel/PanelAppearance.hpp"
 #include "panel/SamplePresenter.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
@@ -183,7 +183,7 @@ bool DaemonService::showSample(const PlistDictionary& settings)
     if (presenter_ == nullptr) {
         return false;
     }
-    return presenter_->showSample(SampleAppearance::fromSettings(settings, defaults(), fonts_));
+    return presenter_->showSample(PanelAppearance::fromSettings(settings, defaults(), fonts_));
 }
 
 void DaemonService::followInstruction(const std::optional<std::string>& object)

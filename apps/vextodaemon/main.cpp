@@ -20,7 +20,7 @@
 #include "foundation/Log.hpp"
 #include "foundation/NumericText.hpp"
 #include "foundation/ProductInfo.hpp"
-#include "panel/SampleAppearance.hpp"
+#include "panel/PanelAppearance.hpp"
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
@@ -193,7 +193,7 @@ int renderSample(const char* source, const char* png, const char* width)
         return 1;
     }
     FontconfigCatalog fonts;
-    const SampleAppearance look = SampleAppearance::fromSettings(
+    const PanelAppearance look = PanelAppearance::fromSettings(
         *settings, DaemonService::shippedDefaults(bundlePath()), &fonts);
     if (render(&look, *screenWidth, png) != 0) {
         std::fprintf(stderr, "vextodaemon: cannot write %s\n", png);

@@ -1,8 +1,8 @@
 #include "../support/ShippedLooks.hpp"
 #include "QtTestApplication.hpp"
 #include "foundation/DictionaryExtensions.hpp"
-#include "panel/SampleAppearance.hpp"
-#include "panel/SamplePanelView.hpp"
+#include "panel/PanelAppearance.hpp"
+#include "panel/PanelView.hpp"
 #include "qt/QtCanvas.hpp"
 
 #include <QImage>
@@ -22,7 +22,7 @@ protected:
 
 // The colour the selection shows halfway up: its own colour under the shading, whose white and
 // black meet there as 50% grey at the gradient's opacity.
-QColor expectedSelection(const SampleAppearance& look)
+QColor expectedSelection(const PanelAppearance& look)
 {
     const Color::Rgba c = look.selection.rgba();
     const double opacity =
@@ -37,9 +37,9 @@ TEST_P(SamplePanelPictureTest, ThePictureIsNotBlankAndShowsTheSelectionColourWhe
 {
     const auto settings = test::lookSettings(VEXTO_PANE_BUNDLE_PATH, GetParam());
     ASSERT_TRUE(settings.has_value());
-    const SampleAppearance look = SampleAppearance::fromSettings(*settings, {}, nullptr);
+    const PanelAppearance look = PanelAppearance::fromSettings(*settings, {}, nullptr);
     ASSERT_EQ(look.selection.alpha(), 1.0f) << "the expected colour assumes an opaque selection";
-    SamplePanelView view(look, 1280);
+    PanelView view(look, PanelContent::sample(), 1280);
     QImage picture(int(view.frame().width()), int(view.frame().height()),
                    QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);

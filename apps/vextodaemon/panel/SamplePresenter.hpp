@@ -2,7 +2,7 @@
 
 namespace vexto {
 
-struct SampleAppearance;
+struct PanelAppearance;
 
 // Where the daemon shows its sample panel.
 class SamplePresenter {
@@ -10,7 +10,7 @@ public:
     virtual ~SamplePresenter() = default;
     // Shows the panel drawn in the appearance for a while, in place of one still shown; false
     // when there is nowhere to show it.
-    virtual bool showSample(const SampleAppearance& appearance) = 0;
+    virtual bool showSample(const PanelAppearance& appearance) = 0;
 };
 
 } // namespace vexto

@@ -11,8 +11,8 @@ namespace vexto {
 
 class FontCatalog;
 
-// What the sample panel is drawn with, read from the settings as the daemon reads them.
-struct SampleAppearance {
+// What the panel is drawn with, read from the settings as the daemon reads them.
+struct PanelAppearance {
     Color background;
     Color selection;
     Color selectionBorder;
@@ -32,6 +32,9 @@ struct SampleAppearance {
     bool applicationNameShadow = true;
     bool windowNameShadow = false;
     bool shortcutBadges = true;
+    bool showApplicationNames = true;
+    // 0: no icons; 1: application icons; 2: application and window icons.
+    std::int64_t iconMode = 1;
     bool onMouseScreen = false;
 
     static constexpr double smallestItem = 12;
@@ -39,9 +42,9 @@ struct SampleAppearance {
 
     // The user's settings over the shipped defaults; a value of the wrong kind reads as absent,
     // and colours come from their archived data. Fonts are looked up in the catalog when there
-    // is one.
-    static SampleAppearance fromSettings(const PlistDictionary& settings,
-                                         const PlistDictionary& defaults, const FontCatalog* fonts);
+    // is one, by their name or, as layouts store them, by their display name.
+    static PanelAppearance fromSettings(const PlistDictionary& settings,
+                                        const PlistDictionary& defaults, const FontCatalog* fonts);
 };
 
 } // namespace vexto

@@ -1,4 +1,4 @@
-#include "panel/SampleAppearance.hpp"
+#include "panel/PanelAppearance.hpp"
 
 #include "foundation/DictionaryExtensions.hpp"
 #include "ports/FontCatalog.hpp"
@@ -20,6 +20,25 @@ Color fixedDefault(std::string_view key)
     return AppearanceDefaults::colorForKey(key).value_or(Color::whiteColor());
 }
 
+// A face named by its display name ("DejaVu Serif Bold"), as layouts store it: a member of a
+// family whose name starts the display name.
+std::optional<Font> fontWithDisplayName(const FontCatalog& fonts, const std::string& displayName,
+                                        double size)
+{
+    for (const std::string& family : fonts.availableFontFamilies()) {
+        if (!displayName.starts_with(family)) {
+            continue;
+        }
+        for (const std::string& member : fonts.availableMembersOfFontFamily(family)) {
+            auto font = fonts.fontWithName(member, size);
+            if (font && font->displayName() == displayName) {
+                return font;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<Font> panelFont(const LayeredSettings& settings, const FontCatalog* fonts,
                               double size)
 {
@@ -31,19 +50,22 @@ std::optional<Font> panelFont(const LayeredSettings& settings, const FontCatalog
         if (auto font = fonts->fontWithName(*name, size)) {
             return font;
         }
+        if (auto font = fontWithDisplayName(*fonts, *name, size)) {
+            return font;
+        }
     }
-    // A display name ("DejaVu Sans Bold"), as layouts store it: the desktop finds the face.
+    // Not installed here: the desktop finds the nearest face by that name.
     return Font(*name, *name, *name, size);
 }
 
 } // namespace
 
-SampleAppearance SampleAppearance::fromSettings(const PlistDictionary& userSettings,
-                                                const PlistDictionary& defaults,
-                                                const FontCatalog* fonts)
+PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSettings,
+                                              const PlistDictionary& defaults,
+                                              const FontCatalog* fonts)
 {
     const LayeredSettings settings(userSettings, defaults);
-    SampleAppearance look;
+    PanelAppearance look;
     look.background = settings.color(keys::backgroundColor, fixedDefault(keys::backgroundColor));
     look.selection = settings.color(keys::selectionColor, fixedDefault(keys::selectionColor));
     look.selectionBorder =
@@ -73,6 +95,13 @@ SampleAppearance SampleAppearance::fromSettings(const PlistDictionary& userSetti
     look.applicationNameShadow = settings.flag(keys::applicationNameShadow, true);
     look.windowNameShadow = settings.flag(keys::windowNameShadow, false);
     look.shortcutBadges = settings.flag(keys::showShortcutBadges, true);
+    look.showApplicationNames =
+        settings.flag(keys::showApplicationNames,
+                      settingdeclarations::booleanDefault(keys::showApplicationNames));
+    look.iconMode =
+        std::clamp<std::int64_t>(settings.integer(keys::iconMode)
+                                     .value_or(settingdeclarations::integerDefault(keys::iconMode)),
+                                 0, 2);
     look.onMouseScreen = settings.flag(keys::showPanelOnMouseScreen, false);
     look.font = panelFont(settings, fonts, 13);
     return look;

@@ -1,0 +1,45 @@
+#include "panel/PanelContent.hpp"
+
+#include "cycling/WindowCycle.hpp"
+
+#include <algorithm>
+
+namespace vexto {
+
+PanelContent PanelContent::sample()
+{
+    PanelContent content;
+    const char* names[] = {"Files", "Mail", "Terminal", "Browser", "Notes"};
+    std::size_t index = 0;
+    for (const char* name : names) {
+        content.applications.push_back({name, name, {{name, index++}}});
+    }
+    content.applications[1].windows = {{"Inbox", 1}, {"Re: Quarterly figures", 1}, {"Drafts", 1}};
+    content.selectedApplication = 1;
+    return content;
+}
+
+PanelContent PanelContent::fromCycle(const WindowCycle& cycle)
+{
+    PanelContent content;
+    const auto& items = cycle.items();
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const CycleWindow& window = items[index];
+        auto application =
+            std::find_if(content.applications.begin(), content.applications.end(),
+                         [&](const Application& a) { return a.key == window.applicationKey; });
+        if (application == content.applications.end()) {
+            content.applications.push_back({window.applicationName, window.applicationKey, {}});
+            application = content.applications.end() - 1;
+        }
+        application->windows.push_back({window.title, index});
+        if (cycle.selectedIndex() == index) {
+            content.selectedApplication =
+                static_cast<std::size_t>(application - content.applications.begin());
+            content.selectedWindow = application->windows.size() - 1;
+        }
+    }
+    return content;
+}
+
+} // namespace vexto

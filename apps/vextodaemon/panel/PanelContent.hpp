@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vexto {
+
+class WindowCycle;
+
+// What the panel shows: a row of applications, one selected, and the selected application's
+// windows listed under the row, one of them selected. Every entry knows the place of its window
+// in the cycle, so that a click on it can be answered.
+struct PanelContent {
+    struct Window {
+        std::string title;
+        std::size_t cycleIndex = 0;
+    };
+    struct Application {
+        std::string name;
+        // Tells applications of the same name apart (their generic icons' colours).
+        std::string key;
+        std::vector<Window> windows;
+    };
+    std::vector<Application> applications;
+    std::size_t selectedApplication = 0;
+    // Within the selected application's windows.
+    std::size_t selectedWindow = 0;
+
+    const Application* selected() const
+    {
+        return selectedApplication < applications.size() ? &applications[selectedApplication]
+                                                         : nullptr;
+    }
+
+    // Five applications of made-up names, the second selected with three windows: what a sample
+    // shows, so that the look can be judged without windows of one's own.
+    static PanelContent sample();
+    // The cycle's windows grouped under their applications, in the order the cycle offers them.
+    static PanelContent fromCycle(const WindowCycle& cycle);
+};
+
+} // namespace vexto

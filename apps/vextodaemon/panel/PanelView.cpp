@@ -1,0 +1,339 @@
+#include "panel/PanelView.hpp"
+
+#include "foundation/TextEncoding.hpp"
+#include "ports/TextMetrics.hpp"
+#include "toolkit/Canvas.hpp"
+#include "widgets/KRVXDrawGradientBevelInRect.hpp"
+#include "widgets/KRVXGradientColorWellAccessoryView.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+
+namespace vexto {
+
+namespace {
+
+constexpr double gapPerItem = 0.3;
+constexpr double borderWidth = 2;
+constexpr double labelGap = 4;
+constexpr double lineFactor = 1.5;
+
+// Generic icons: a colour each (blue, orange, red, green, yellow), so that the row reads as
+// different applications.
+constexpr std::array<std::array<float, 3>, 5> iconColors = {{
+    {0.0f, 0.52f, 1.0f},
+    {1.0f, 0.48f, 0.0f},
+    {1.0f, 0.0f, 0.0f},
+    {0.02f, 1.0f, 0.0f},
+    {1.0f, 0.78f, 0.0f},
+}};
+
+// The icon's colour softened towards grey, at a brightness.
+Color iconColor(std::size_t index, float brightness)
+{
+    const auto soften = [brightness](float c) {
+        return brightness * (0.35f + 0.65f * c);
+    };
+    const auto& [r, g, b] = iconColors[index % iconColors.size()];
+    return Color::calibratedRGB(soften(r), soften(g), soften(b), 1);
+}
+
+Shadow textShadow()
+{
+    return Shadow{Size{0, -1}, 2, Color::calibratedWhite(0, 0.6f)};
+}
+
+// The first character of a name, whole.
+std::string initial(const std::string& name)
+{
+    if (name.empty()) {
+        return "?";
+    }
+    std::size_t end = 0;
+    TextEncoding::nextCodePoint(name, end);
+    return name.substr(0, end);
+}
+
+// "1" to "9", then "a" to "z": what a badge shows and a typed key picks.
+std::string badgeText(std::size_t index)
+{
+    if (index < 9) {
+        return std::to_string(index + 1);
+    }
+    return index < 9 + 26 ? std::string(1, char('a' + (index - 9))) : std::string();
+}
+
+} // namespace
+
+PanelView::PanelView(PanelAppearance appearance, PanelContent content, double screenWidth,
+                     const TextMetrics* metrics)
+    : look_(std::move(appearance)), content_(std::move(content)), metrics_(metrics)
+{
+    item_ = look_.itemSize;
+    const auto count = static_cast<double>(std::max<std::size_t>(content_.applications.size(), 1));
+    const auto widthFor = [count](double item, double margin) {
+        return 2 * margin + count * item + (count - 1) * item * gapPerItem;
+    };
+    margin_ = std::max(12.0, item_ * 0.35);
+    // A panel never grows past the screen; the appearance may bound it further.
+    double limit = screenWidth > 0 ? screenWidth - 2 * shadowRoom : 0;
+    if (look_.maximumWidth && screenWidth > 0) {
+        limit = std::min(limit, *look_.maximumWidth * screenWidth);
+    }
+    if (limit > 0 && widthFor(item_, margin_) > limit) {
+        item_ = std::max(PanelAppearance::smallestItem,
+                         (limit - 2 * margin_) / (count + (count - 1) * gapPerItem));
+    }
+    gap_ = item_ * gapPerItem;
+    labelSize_ = std::clamp(item_ * 0.22, 10.0, 24.0);
+    const double icons = showsIcons() ? item_ : 0;
+    // Under the selection, which reaches half a gap below the labels.
+    const double windows =
+        gap_ / 2 + labelGap + static_cast<double>(listedWindowCount()) * labelSize_ * lineFactor;
+    const double height = margin_ + icons + labelHeight() + windows + margin_;
+    setFrameSize(Size{widthFor(item_, margin_) + 2 * shadowRoom, height + 2 * shadowRoom});
+}
+
+double PanelView::labelHeight() const
+{
+    const double line = labelSize_ * lineFactor;
+    if (!look_.showApplicationNames) {
+        // Without names or icons the row still needs room to show its selection.
+        return showsIcons() ? 0 : line;
+    }
+    return (showsIcons() ? labelGap : 0) + line;
+}
+
+std::size_t PanelView::listedWindowCount() const
+{
+    const PanelContent::Application* selected = content_.selected();
+    return selected != nullptr ? std::min(selected->windows.size(), mostListedWindows) : 0;
+}
+
+std::size_t PanelView::firstListedWindow() const
+{
+    const PanelContent::Application* selected = content_.selected();
+    if (selected == nullptr || selected->windows.size() <= mostListedWindows) {
+        return 0;
+    }
+    const std::size_t last = selected->windows.size() - mostListedWindows;
+    return std::min(content_.selectedWindow >= mostListedWindows / 2
+                        ? content_.selectedWindow - mostListedWindows / 2
+                        : 0,
+                    last);
+}
+
+Rect PanelView::panelRect() const
+{
+    return bounds().insetBy(shadowRoom, shadowRoom);
+}
+
+double PanelView::panelCornerRadius() const
+{
+    return std::min(18.0, margin_);
+}
+
+Rect PanelView::itemRect(std::size_t index) const
+{
+    const Rect panel = panelRect();
+    const double height = showsIcons() ? item_ : 0;
+    return Rect(panel.minX() + margin_ + static_cast<double>(index) * (item_ + gap_),
+                panel.maxY() - margin_ - height, item_, height);
+}
+
+Rect PanelView::selectionRect() const
+{
+    const Rect item = itemRect(content_.selectedApplication);
+    const double labels = labelHeight();
+    const double pad = gap_ / 2;
+    return Rect(item.minX() - pad, item.minY() - labels - pad, item.width() + 2 * pad,
+                item.height() + labels + 2 * pad);
+}
+
+Rect PanelView::selectionFillRect() const
+{
+    return selectionRect().insetBy(borderWidth, borderWidth);
+}
+
+Rect PanelView::windowRowRect(std::size_t line) const
+{
+    const Rect panel = panelRect();
+    const double lineHeight = labelSize_ * lineFactor;
+    const double top = selectionRect().minY() - labelGap - static_cast<double>(line) * lineHeight;
+    return Rect(panel.minX() + margin_, top - lineHeight, panel.width() - 2 * margin_, lineHeight);
+}
+
+std::optional<std::size_t> PanelView::cycleIndexAt(Point point) const
+{
+    for (std::size_t index = 0; index < content_.applications.size(); ++index) {
+        const Rect item = itemRect(index);
+        const Rect reach(item.minX() - gap_ / 2, item.minY() - labelHeight(), item.width() + gap_,
+                         item.height() + labelHeight());
+        if (reach.contains(point) && !content_.applications[index].windows.empty()) {
+            return content_.applications[index].windows.front().cycleIndex;
+        }
+    }
+    const PanelContent::Application* selected = content_.selected();
+    for (std::size_t line = 0; line < listedWindowCount(); ++line) {
+        if (windowRowRect(line).contains(point)) {
+            return selected->windows[firstListedWindow() + line].cycleIndex;
+        }
+    }
+    return std::nullopt;
+}
+
+Font PanelView::textFont(double size) const
+{
+    return look_.font ? look_.font->withSize(size) : Font::systemFontOfSize(size);
+}
+
+std::string PanelView::fitted(const std::string& text, double width, const Font& font) const
+{
+    if (metrics_ == nullptr || metrics_->widthOfString(text, font) <= width) {
+        return text;
+    }
+    // The longest start of the text that fits with the ellipsis, cut between characters.
+    std::vector<std::size_t> ends;
+    for (std::size_t at = 0; at < text.size();) {
+        TextEncoding::nextCodePoint(text, at);
+        ends.push_back(at);
+    }
+    const std::string ellipsis = "\u2026";
+    const auto fits = [&](std::size_t count) {
+        return count == 0 ||
+               metrics_->widthOfString(text.substr(0, ends[count - 1]) + ellipsis, font) <= width;
+    };
+    std::size_t low = 0;
+    std::size_t high = ends.size();
+    while (low < high) {
+        const std::size_t middle = (low + high + 1) / 2;
+        if (fits(middle)) {
+            low = middle;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return (low == 0 ? std::string() : text.substr(0, ends[low - 1])) + ellipsis;
+}
+
+void PanelView::drawRect(Canvas& canvas, const Rect&)
+{
+    canvas.saveGraphicsState();
+    canvas.setShouldSmoothFonts(look_.smoothFonts);
+    drawPanel(canvas);
+    if (content_.selected() != nullptr) {
+        drawSelection(canvas);
+    }
+    for (std::size_t index = 0; index < content_.applications.size(); ++index) {
+        drawItem(canvas, index);
+    }
+    if (look_.shortcutBadges && showsIcons()) {
+        for (std::size_t index = 0; index < content_.applications.size(); ++index) {
+            drawBadge(canvas, index);
+        }
+    }
+    drawWindowNames(canvas);
+    canvas.restoreGraphicsState();
+}
+
+void PanelView::drawPanel(Canvas& canvas) const
+{
+    canvas.saveGraphicsState();
+    if (look_.panelShadow) {
+        canvas.setShadow(Shadow{Size{0, -4}, 12, Color::calibratedWhite(0, 0.45f)});
+    }
+    KRVXDrawGradientBevelInRect(canvas, nullptr, look_.background, panelRect(),
+                                panelCornerRadius());
+    canvas.restoreGraphicsState();
+}
+
+void PanelView::drawSelection(Canvas& canvas) const
+{
+    const double radius = std::min(12.0, item_ * 0.2);
+    KRVXDrawGradientBevelInRect(canvas, nullptr, look_.selectionBorder, selectionRect(), radius);
+    const Rect fill = selectionFillRect();
+    const double innerRadius = std::max(0.0, radius - borderWidth);
+    KRVXDrawGradientBevelInRect(canvas, nullptr, look_.selection, fill, innerRadius);
+    // The same shading as the selection colour well shows.
+    canvas.saveGraphicsState();
+    canvas.clip(BezierPath::roundedRect(fill, innerRadius, innerRadius));
+    KRVXGradientColorWellAccessoryView::drawGradientWithValue(canvas, look_.selectionGradient,
+                                                              fill);
+    canvas.restoreGraphicsState();
+}
+
+void PanelView::drawItem(Canvas& canvas, std::size_t index) const
+{
+    const PanelContent::Application& application = content_.applications[index];
+    const Rect item = itemRect(index);
+    if (showsIcons()) {
+        const Rect icon = item.insetBy(item_ * 0.08, item_ * 0.08);
+        const std::size_t colour = std::hash<std::string>{}(application.key);
+        const Gradient body(iconColor(colour, 1.0f), iconColor(colour, 0.7f));
+        KRVXDrawGradientBevelInRect(canvas, &body, std::nullopt, icon, icon.width() * 0.22);
+        canvas.drawText(initial(application.name), icon,
+                        Font::systemFontOfSize(icon.height() * 0.5), Color::whiteColor(),
+                        TextAlignment::Center);
+    }
+    if (!look_.showApplicationNames) {
+        return;
+    }
+    canvas.saveGraphicsState();
+    if (look_.applicationNameShadow) {
+        canvas.setShadow(textShadow());
+    }
+    const double lineHeight = labelSize_ * lineFactor;
+    const Rect label(item.minX() - gap_ / 2, item.minY() - labelHeight(), item.width() + gap_,
+                     lineHeight);
+    const Font font = textFont(labelSize_);
+    canvas.drawText(fitted(application.name, label.width(), font), label, font,
+                    look_.applicationName, TextAlignment::Center);
+    canvas.restoreGraphicsState();
+}
+
+void PanelView::drawBadge(Canvas& canvas, std::size_t index) const
+{
+    const std::string text = badgeText(index);
+    if (text.empty()) {
+        return;
+    }
+    const Rect item = itemRect(index);
+    const double side = std::max(12.0, item_ * 0.32);
+    const Rect badge(item.maxX() - side * 0.75, item.maxY() - side * 0.75, side, side);
+    KRVXDrawGradientBevelInRect(canvas, nullptr, look_.keyBadge, badge, side / 2);
+    canvas.drawText(text, badge, Font::systemFontOfSize(side * 0.6), Color::whiteColor(),
+                    TextAlignment::Center);
+}
+
+void PanelView::drawWindowNames(Canvas& canvas) const
+{
+    const PanelContent::Application* selected = content_.selected();
+    if (selected == nullptr) {
+        return;
+    }
+    canvas.saveGraphicsState();
+    if (look_.windowNameShadow) {
+        canvas.setShadow(textShadow());
+    }
+    const Font font = textFont(labelSize_);
+    const std::size_t first = firstListedWindow();
+    for (std::size_t line = 0; line < listedWindowCount(); ++line) {
+        const Rect row = windowRowRect(line);
+        const bool chosen = first + line == content_.selectedWindow;
+        if (chosen) {
+            // The selected window's row is highlighted like the selected application.
+            canvas.saveGraphicsState();
+            canvas.setShadow(std::nullopt);
+            KRVXDrawGradientBevelInRect(canvas, nullptr, look_.selection, row, row.height() / 2);
+            canvas.restoreGraphicsState();
+        }
+        canvas.drawText(fitted(selected->windows[first + line].title, row.width(), font), row, font,
+                        chosen ? look_.selectionWindowName : look_.windowName,
+                        TextAlignment::Center);
+    }
+    canvas.restoreGraphicsState();
+}
+
+} // namespace vexto

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "panel/PanelAppearance.hpp"
+#include "panel/PanelContent.hpp"
+#include "toolkit/View.hpp"
+
+#include <optional>
+
+namespace vexto {
+
+class TextMetrics;
+
+// The daemon's window-cycling panel, drawn in a given appearance: a row of application icons
+// with their names and shortcut badges, the selected one highlighted, and the selected
+// application's windows listed under the row. A sample is the same view with made-up content.
+// Its frame leaves room for the shadow.
+class PanelView : public View {
+public:
+    // Room around the panel for its shadow.
+    static constexpr double shadowRoom = 14;
+    // The most window names listed under the row; the selected one is always among them.
+    static constexpr std::size_t mostListedWindows = 12;
+
+    // `screenWidth` bounds the panel when the appearance limits its width (0: no bound); with
+    // `metrics`, names too long for their place are cut short with an ellipsis.
+    PanelView(PanelAppearance appearance, PanelContent content, double screenWidth,
+              const TextMetrics* metrics = nullptr);
+    const char* className() const override { return "PanelView"; }
+    bool isCustomDrawn() const override { return true; }
+
+    const PanelAppearance& appearance() const { return look_; }
+    const PanelContent& content() const { return content_; }
+    Rect panelRect() const;
+    double panelCornerRadius() const;
+    Rect itemRect(std::size_t index) const;
+    Rect selectionRect() const;
+    // Inside the selection's border.
+    Rect selectionFillRect() const;
+    Rect windowRowRect(std::size_t line) const;
+    double itemSize() const { return item_; }
+    // The place in the cycle of what lies under the point (in the view's coordinates): an
+    // application stands for its first window.
+    std::optional<std::size_t> cycleIndexAt(Point point) const;
+
+    void drawRect(Canvas& canvas, const Rect& dirtyRect) override;
+
+private:
+    Font textFont(double size) const;
+    bool showsIcons() const { return look_.iconMode != 0; }
+    double labelHeight() const;
+    // The first of the selected application's windows listed, and how many are.
+    std::size_t firstListedWindow() const;
+    std::size_t listedWindowCount() const;
+    std::string fitted(const std::string& text, double width, const Font& font) const;
+    void drawPanel(Canvas& canvas) const;
+    void drawSelection(Canvas& canvas) const;
+    void drawItem(Canvas& canvas, std::size_t index) const;
+    void drawBadge(Canvas& canvas, std::size_t index) const;
+    void drawWindowNames(Canvas& canvas) const;
+
+    PanelAppearance look_;
+    PanelContent content_;
+    const TextMetrics* metrics_;
+    double item_ = 48;
+    double gap_ = 14;
+    double margin_ = 16;
+    double labelSize_ = 11;
+};
+
+} // namespace vexto

@@ -1,0 +1,322 @@
+#include "panel/PanelView.hpp"
+
+#include "../support/ShippedLooks.hpp"
+#include "cycling/WindowCycle.hpp"
+#include "foundation/DictionaryExtensions.hpp"
+#include "panel/PanelAppearance.hpp"
+#include "panel/PanelContent.hpp"
+#include "platform/fake/FakeFontCatalog.hpp"
+#include "platform/fake/RecordingCanvas.hpp"
+#include "ports/TextMetrics.hpp"
+#include "settings/SettingKeys.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace vexto {
+namespace {
+
+namespace keys = settingkeys;
+using Operations = std::vector<std::string>;
+
+// The defaults the pane ships, which the daemon reads the settings over.
+const PlistDictionary& shipped()
+{
+    static const PlistDictionary defaults =
+        deeplyMutableDictionaryWithContentsOfFile(VEXTO_SOURCE_DIR
+                                                  "/resources/KRVXDefaultSettings.plist")
+            .value_or(PlistDictionary{});
+    return defaults;
+}
+
+Color shade(int n)
+{
+    return Color::calibratedRGB(0.1f * static_cast<float>(n), 0.05f, 0.02f, 1);
+}
+
+Operations drawn(PanelView& view)
+{
+    RecordingCanvas canvas;
+    view.drawRect(canvas, view.bounds());
+    EXPECT_EQ(canvas.saveDepth(), 0);
+    return canvas.operations();
+}
+
+std::size_t countStarting(const Operations& operations, const std::string& prefix)
+{
+    return static_cast<std::size_t>(
+        std::count_if(operations.begin(), operations.end(), [&](const std::string& operation) {
+            return operation.rfind(prefix, 0) == 0;
+        }));
+}
+
+bool contains(const Operations& operations, const std::string& wanted)
+{
+    return std::find(operations.begin(), operations.end(), wanted) != operations.end();
+}
+
+TEST(PanelAppearanceTest, EveryColourComesFromItsOwnKey)
+{
+    PlistDictionary settings;
+    const std::string_view colourKeys[] = {
+        keys::backgroundColor,      keys::selectionColor,  keys::selectionBorderColor,
+        keys::applicationNameColor, keys::windowNameColor, keys::selectionWindowNameColor,
+        keys::keyBadgeColor};
+    for (int i = 0; i < 7; ++i) {
+        archiveObject(settings, shade(i + 1), colourKeys[i]);
+    }
+    const PanelAppearance look = PanelAppearance::fromSettings(settings, {}, nullptr);
+    const Color read[] = {look.background,      look.selection,  look.selectionBorder,
+                          look.applicationName, look.windowName, look.selectionWindowName,
+                          look.keyBadge};
+    for (int i = 0; i < 7; ++i) {
+        EXPECT_EQ(read[i], shade(i + 1)) << colourKeys[i];
+    }
+}
+
+TEST(PanelAppearanceTest, AbsentOrUnusableValuesFallBackToTheDefaultsFileThenTheFixedOnes)
+{
+    PlistDictionary settings{{std::string(keys::itemHeight), PlistValue(std::string("big"))},
+                             {std::string(keys::fontSmoothing), -1},
+                             {std::string(keys::maximumWidth), 0.5}};
+    archiveObject(settings, shade(3), keys::selectionColor);
+    const PlistDictionary defaults{{std::string(keys::panelShadow), false},
+                                   {std::string(keys::itemHeight), 1000.0},
+                                   {std::string(keys::selectionGradient), 20}};
+    const PanelAppearance look = PanelAppearance::fromSettings(settings, defaults, nullptr);
+    EXPECT_EQ(look.keyBadge, shade(3)) << "the key badge follows the selection";
+    EXPECT_EQ(look.background, Color::calibratedWhite(0, 0.5f));
+    EXPECT_EQ(look.selectionBorder, Color::whiteColor());
+    EXPECT_EQ(look.itemSize, PanelAppearance::largestItem) << "a text is no size";
+    EXPECT_EQ(look.selectionGradient, 20);
+    EXPECT_FALSE(look.panelShadow);
+    EXPECT_FALSE(look.smoothFonts);
+    EXPECT_EQ(look.maximumWidth, 0.5);
+
+    const PanelAppearance plain = PanelAppearance::fromSettings({}, {}, nullptr);
+    EXPECT_EQ(plain.selection, Color::alternateSelectedControlColor());
+    EXPECT_EQ(plain.selectionGradient, -15);
+    EXPECT_EQ(plain.itemSize, 48);
+    EXPECT_TRUE(plain.smoothFonts);
+    EXPECT_EQ(plain.maximumWidth, std::nullopt);
+    EXPECT_FALSE(plain.windowNameShadow);
+}
+
+TEST(SamplePanelTest, NamesAreDrawnInTheAlternateFontAndSmoothingFollowsTheSetting)
+{
+    FakeFontCatalog fonts;
+    fonts.families.push_back({"Serif Sample", {{"SerifSample-Bold", "Serif Sample Bold"}}});
+    const PlistDictionary settings{
+        {std::string(keys::alternatePanelFont), PlistValue(std::string("SerifSample-Bold"))},
+        {std::string(keys::fontSmoothing), 1}};
+    PanelView view(PanelAppearance::fromSettings(settings, shipped(), &fonts),
+                   PanelContent::sample(), 1280);
+    const Operations operations = drawn(view);
+    EXPECT_EQ(operations.at(1), "smooth fonts");
+    for (std::string_view name : {"Files", "Drafts"}) {
+        const std::string prefix = "text \"" + std::string(name) + "\"";
+        const auto found = std::find_if(operations.begin(), operations.end(),
+                                        [&](const auto& op) { return op.rfind(prefix, 0) == 0; });
+        ASSERT_NE(found, operations.end());
+        EXPECT_NE(found->find("font=SerifSample-Bold"), std::string::npos) << *found;
+    }
+    // A layout's display name finds the same face; a name nothing here has is still asked for.
+    const PlistDictionary byDisplayName{
+        {std::string(keys::alternatePanelFont), PlistValue(std::string("Serif Sample Bold"))}};
+    const auto found = PanelAppearance::fromSettings(byDisplayName, {}, &fonts).font;
+    EXPECT_EQ(found->fontName(), "SerifSample-Bold");
+    EXPECT_EQ(found->familyName(), "Serif Sample");
+    const PlistDictionary unknown{
+        {std::string(keys::alternatePanelFont), PlistValue(std::string("Serif Sample Black"))}};
+    EXPECT_EQ(PanelAppearance::fromSettings(unknown, {}, &fonts).font->familyName(),
+              "Serif Sample Black");
+}
+
+TEST(SamplePanelTest, APanelWiderThanItsShareOfTheScreenShrinksItsItems)
+{
+    PanelAppearance look = PanelAppearance::fromSettings({}, {}, nullptr);
+    look.itemSize = 128;
+    const double natural = PanelView(look, PanelContent::sample(), 1000).panelRect().width();
+    look.maximumWidth = 0.4;
+    const PanelView bounded(look, PanelContent::sample(), 1000);
+    EXPECT_GT(natural, 400);
+    EXPECT_LE(bounded.panelRect().width(), 400.001);
+    EXPECT_LT(bounded.itemSize(), 128);
+    look.maximumWidth = 1;
+    EXPECT_EQ(PanelView(look, PanelContent::sample(), 1000).panelRect().width(), natural);
+}
+
+// Ten points a character, whatever the font.
+class EvenMetrics final : public TextMetrics {
+public:
+    double widthOfString(const std::string& text, const Font&) const override
+    {
+        double width = 0;
+        for (const char byte : text) {
+            width += (static_cast<unsigned char>(byte) & 0xC0) != 0x80 ? 10 : 0;
+        }
+        return width;
+    }
+};
+
+Point middle(const Rect& rect)
+{
+    return Point{rect.midX(), rect.midY()};
+}
+
+std::vector<std::string> texts(const Operations& operations)
+{
+    std::vector<std::string> found;
+    for (const std::string& operation : operations) {
+        if (operation.rfind("text \"", 0) == 0) {
+            found.push_back(operation.substr(6, operation.find('"', 6) - 6));
+        }
+    }
+    return found;
+}
+
+TEST(PanelContentTest, ACyclesWindowsAreGroupedUnderTheirApplicationsWithTheSelectionFollowed)
+{
+    const std::vector<CycleWindow> windows = {{1, "term\n7", "Terminal", "~", false, 0},
+                                              {2, "web\n9", "Browser", "News", false, 0},
+                                              {3, "term\n7", "Terminal", "build", false, 0},
+                                              {4, "term\n8", "Terminal", "other", false, 0}};
+    WindowCycle cycle(windows, 1, DaemonAction::CycleAllWindows, StepDirection::Forward,
+                      {true, true});
+    cycle.select(2);
+    const PanelContent content = PanelContent::fromCycle(cycle);
+    ASSERT_EQ(content.applications.size(), 3u) << "two runs of one program are two applications";
+    EXPECT_EQ(content.applications[0].name, "Terminal");
+    ASSERT_EQ(content.applications[0].windows.size(), 2u);
+    EXPECT_EQ(content.applications[0].windows[1].title, "build");
+    EXPECT_EQ(content.applications[0].windows[1].cycleIndex, 2u);
+    EXPECT_EQ(content.applications[1].windows[0].cycleIndex, 1u);
+    EXPECT_EQ(content.selectedApplication, 0u);
+    EXPECT_EQ(content.selectedWindow, 1u);
+
+    // A click on an application picks its first window; one on a listed window picks that one.
+    const PanelView view(PanelAppearance::fromSettings({}, shipped(), nullptr), content, 1280);
+    EXPECT_EQ(view.cycleIndexAt(middle(view.itemRect(1))), 1u);
+    EXPECT_EQ(view.cycleIndexAt(middle(view.itemRect(2))), 3u);
+    EXPECT_EQ(view.cycleIndexAt(middle(view.windowRowRect(1))), 2u);
+    EXPECT_EQ(view.cycleIndexAt(Point{1, 1}), std::nullopt);
+}
+
+TEST(PanelViewTest, NamesIconsAndBadgesAreDrawnOnlyWhenTheSettingsAskForThem)
+{
+    const auto drawnWith = [](const PlistDictionary& settings) {
+        PanelView view(PanelAppearance::fromSettings(settings, shipped(), nullptr),
+                       PanelContent::sample(), 1280);
+        return drawn(view);
+    };
+    const Operations everything = drawnWith({});
+    const auto names = texts(everything);
+    EXPECT_NE(std::find(names.begin(), names.end(), "Terminal"), names.end());
+    EXPECT_NE(std::find(names.begin(), names.end(), "T"), names.end()) << "the generic icon";
+    EXPECT_NE(std::find(names.begin(), names.end(), "5"), names.end()) << "the badge";
+
+    const auto withoutNames = texts(drawnWith({{std::string(keys::showApplicationNames), false}}));
+    EXPECT_EQ(std::find(withoutNames.begin(), withoutNames.end(), "Terminal"), withoutNames.end());
+    EXPECT_NE(std::find(withoutNames.begin(), withoutNames.end(), "Inbox"), withoutNames.end());
+
+    const auto withoutIcons = texts(drawnWith({{std::string(keys::iconMode), 0}}));
+    EXPECT_NE(std::find(withoutIcons.begin(), withoutIcons.end(), "Terminal"), withoutIcons.end());
+    EXPECT_EQ(std::find(withoutIcons.begin(), withoutIcons.end(), "T"), withoutIcons.end());
+    EXPECT_EQ(std::find(withoutIcons.begin(), withoutIcons.end(), "5"), withoutIcons.end());
+}
+
+TEST(PanelViewTest, NamesTooLongForTheirPlaceAreCutShortBetweenCharacters)
+{
+    PanelContent content;
+    content.applications = {{"Terminal Emulator Deluxe", "a", {{"w\u00e4\u00e4\u00e4\u00e4", 0}}},
+                            {"Mail", "b", {{"x", 1}}}};
+    EvenMetrics metrics;
+    PlistDictionary settings{{std::string(keys::itemHeight), 48}};
+    PanelView view(PanelAppearance::fromSettings(settings, shipped(), nullptr), content, 1280,
+                   &metrics);
+    const auto shown = texts(drawn(view));
+    const auto cut = std::find_if(shown.begin(), shown.end(),
+                                  [](const std::string& t) { return t.starts_with("Term"); });
+    ASSERT_NE(cut, shown.end());
+    EXPECT_TRUE(cut->ends_with("\u2026")) << *cut;
+    EXPECT_LE(metrics.widthOfString(*cut, Font::systemFontOfSize(12)),
+              view.itemSize() * 1.3 + 0.001);
+    EXPECT_NE(std::find(shown.begin(), shown.end(), "Mail"), shown.end()) << "it fits";
+
+    // A panel of many applications never grows past the screen.
+    PanelContent crowd;
+    for (int i = 0; i < 300; ++i) {
+        crowd.applications.push_back({"App", std::to_string(i), {{"w", std::size_t(i)}}});
+    }
+    const PanelView wide(PanelAppearance::fromSettings({}, shipped(), nullptr), crowd, 1280);
+    EXPECT_GE(wide.itemSize(), PanelAppearance::smallestItem);
+    EXPECT_EQ(wide.itemSize(), PanelAppearance::smallestItem);
+}
+
+// The defaults and every shipped preset: the recorded drawing uses each of the look's values
+// where it belongs.
+class SamplePanelLookTest : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(SamplePanelLookTest, TheDrawingUsesTheLooksValuesWhereTheyBelong)
+{
+    const auto settings = test::lookSettings(VEXTO_PANE_BUNDLE_PATH, GetParam());
+    ASSERT_TRUE(settings.has_value());
+    const PanelAppearance look = PanelAppearance::fromSettings(*settings, shipped(), nullptr);
+    PanelView view(look, PanelContent::sample(), 1280);
+    const Operations operations = drawn(view);
+    const auto d = [](const auto& value) {
+        return RecordingCanvas::describe(value);
+    };
+
+    EXPECT_EQ(operations.at(1), look.smoothFonts ? "smooth fonts" : "smooth fonts off");
+    EXPECT_EQ(contains(operations, "shadow offset=0,-4 blur=12 w=0 a=0.45"), look.panelShadow);
+    // The bevel takes its radius in single precision.
+    const double radius = std::min(12.0, view.itemSize() * 0.2);
+    const auto r = [&d](double value) {
+        return d(static_cast<float>(value));
+    };
+    EXPECT_TRUE(contains(operations, "fill rounded " + d(view.selectionRect()) + " r=" + r(radius) +
+                                         " " + d(look.selectionBorder)));
+    EXPECT_TRUE(contains(operations, "fill rounded " + d(view.selectionFillRect()) +
+                                         " r=" + r(radius - 2) + " " + d(look.selection)));
+    const auto opacity =
+        static_cast<float>(std::min<std::int64_t>(std::abs(look.selectionGradient), 100)) / 100;
+    EXPECT_EQ(contains(operations, "gradient " + d(view.selectionFillRect()) +
+                                       " angle=" + (look.selectionGradient < 0 ? "90" : "270") +
+                                       " from " + d(Color::calibratedWhite(1, opacity)) + " to " +
+                                       d(Color::calibratedWhite(0, opacity))),
+              look.selectionGradient != 0);
+    EXPECT_EQ(countStarting(operations, "text \"Mail\""), 1u);
+    for (const auto& application : PanelContent::sample().applications) {
+        const std::string& name = application.name;
+        const std::string prefix = "text \"" + name + "\"";
+        const auto found = std::find_if(operations.begin(), operations.end(),
+                                        [&](const auto& op) { return op.rfind(prefix, 0) == 0; });
+        ASSERT_NE(found, operations.end()) << name;
+        EXPECT_TRUE(found->ends_with(d(look.applicationName))) << *found;
+    }
+    const auto windowLine = [&](std::string_view name) {
+        return *std::find_if(operations.begin(), operations.end(), [&](const auto& op) {
+            return op.rfind("text \"" + std::string(name) + "\"", 0) == 0;
+        });
+    };
+    EXPECT_TRUE(windowLine("Inbox").ends_with(d(look.selectionWindowName)));
+    EXPECT_TRUE(windowLine("Drafts").ends_with(d(look.windowName)));
+    std::size_t badges = 0;
+    for (const std::string& operation : operations) {
+        badges += operation.rfind("fill rounded", 0) == 0 &&
+                  operation.ends_with(d(look.keyBadge)) &&
+                  operation.find(" r=" + r(std::max(12.0, view.itemSize() * 0.32) / 2) + " ") !=
+                      std::string::npos;
+    }
+    EXPECT_EQ(badges, look.shortcutBadges ? PanelContent::sample().applications.size() : 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(DefaultsAndPresets, SamplePanelLookTest, test::shippedLooks(),
+                         test::lookTestName);
+
+} // namespace
+} // namespace vexto
