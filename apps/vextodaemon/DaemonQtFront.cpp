@@ -1,17 +1,21 @@
-// The daemon's Qt side: its run loop where there is a display, the sample panel shown as a
-// window that takes no focus, and the sample drawn into a picture.
+// The daemon's Qt side: its run loop where there is a display, the panel shown as a window that
+// never takes the focus and takes clicks only on its items, and a sample drawn into a picture.
 #include "DaemonQtFront.hpp"
 
+#include "cycling/WindowCycle.hpp"
+#include "panel/PanelPresenter.hpp"
 #include "panel/PanelView.hpp"
-#include "panel/SamplePresenter.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "qt/QtCanvas.hpp"
 #include "qt/QtRunLoop.hpp"
 #include "qt/QtTextMetrics.hpp"
+#include "xserver/X11InputShape.hpp"
 
 #include <QApplication>
 #include <QCursor>
+#include <QGuiApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
@@ -20,13 +24,14 @@
 #include <QWidget>
 
 #include <cstdlib>
+#include <functional>
 #include <memory>
 
 using namespace vexto;
 
 namespace {
 
-constexpr int shownMilliseconds = 2000;
+constexpr int sampleMilliseconds = 2000;
 
 QImage rendered(PanelView& view)
 {
@@ -40,10 +45,16 @@ QImage rendered(PanelView& view)
     return image;
 }
 
+xcb_connection_t* x11Connection()
+{
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
 // One borderless window over everything else that never takes the keyboard focus.
-class SampleWindow final : public QWidget {
+class PanelWindow final : public QWidget {
 public:
-    SampleWindow()
+    PanelWindow()
         : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                                Qt::WindowDoesNotAcceptFocus)
     {
@@ -52,11 +63,18 @@ public:
         setFocusPolicy(Qt::NoFocus);
     }
 
+    void setClickedHandler(std::function<void(std::size_t)> clicked)
+    {
+        clicked_ = std::move(clicked);
+    }
+
     // Without a compositing manager nothing shows through a translucent window: the window is
-    // then cut to the panel's own shape, so that no dark corners or shadow band show.
-    void setView(std::unique_ptr<PanelView> view, bool composited)
+    // then cut to the panel's own shape, so that no dark corners or shadow band show. A sample
+    // takes no clicks at all; a cycle's panel takes them on its items only.
+    void setView(std::unique_ptr<PanelView> view, bool composited, bool clickable)
     {
         view_ = std::move(view);
+        clickable_ = clickable;
         resize(int(std::ceil(view_->frame().width())), int(std::ceil(view_->frame().height())));
         if (composited) {
             clearMask();
@@ -70,6 +88,36 @@ public:
             setMask(QRegion(shape.toFillPolygon().toPolygon()));
         }
         update();
+    }
+
+    // Once shown, when the window exists on the server.
+    void limitClicks()
+    {
+        xcb_connection_t* connection = x11Connection();
+        if (connection == nullptr || !view_) {
+            return;
+        }
+        std::vector<X11InputShape::Area> areas;
+        if (clickable_) {
+            const double height = view_->frame().height();
+            const qreal scale = devicePixelRatioF();
+            const auto add = [&](const Rect& r) {
+                areas.push_back(
+                    {std::int16_t(r.minX() * scale), std::int16_t((height - r.maxY()) * scale),
+                     std::uint16_t(r.width() * scale), std::uint16_t(r.height() * scale)});
+            };
+            for (std::size_t index = 0; index < view_->content().applications.size(); ++index) {
+                add(view_->itemRect(index));
+            }
+            const auto* selected = view_->content().selected();
+            const std::size_t rows = selected != nullptr ? std::min(selected->windows.size(),
+                                                                    PanelView::mostListedWindows)
+                                                         : 0;
+            for (std::size_t line = 0; line < rows; ++line) {
+                add(view_->windowRowRect(line));
+            }
+        }
+        X11InputShape::takeClicksOnlyIn(connection, static_cast<xcb_window_t>(winId()), areas);
     }
 
 protected:
@@ -86,38 +134,79 @@ protected:
         view_->drawRect(canvas, view_->bounds());
     }
 
-private:
-    std::unique_ptr<PanelView> view_;
-};
-
-class QtSamplePresenter final : public SamplePresenter {
-public:
-    QtSamplePresenter()
+    void mousePressEvent(QMouseEvent* event) override
     {
-        hideTimer_.setSingleShot(true);
-        QObject::connect(&hideTimer_, &QTimer::timeout, &window_, &QWidget::hide);
+        if (!view_ || !clickable_ || !clicked_) {
+            return;
+        }
+        const QPointF at = event->position();
+        if (const auto index =
+                view_->cycleIndexAt(Point{at.x(), view_->frame().height() - at.y()})) {
+            clicked_(*index);
+        }
     }
 
+private:
+    std::unique_ptr<PanelView> view_;
+    std::function<void(std::size_t)> clicked_;
+    bool clickable_ = false;
+};
+
+class QtPanelPresenter final : public PanelPresenter {
+public:
+    QtPanelPresenter()
+    {
+        sampleTimer_.setSingleShot(true);
+        QObject::connect(&sampleTimer_, &QTimer::timeout, &window_, &QWidget::hide);
+    }
+
+    void setAppearance(const PanelAppearance& appearance) override { look_ = appearance; }
+
     bool showSample(const PanelAppearance& appearance) override
+    {
+        if (!show(appearance, PanelContent::sample(), false)) {
+            return false;
+        }
+        sampleTimer_.start(sampleMilliseconds); // a new sample starts the time again
+        return true;
+    }
+
+    bool showCycle(const WindowCycle& cycle) override
+    {
+        if (!look_) {
+            return false;
+        }
+        sampleTimer_.stop();
+        return show(*look_, PanelContent::fromCycle(cycle), true);
+    }
+
+    void hideCycle() override { window_.hide(); }
+
+    void setItemClickedHandler(std::function<void(std::size_t)> clicked) override
+    {
+        window_.setClickedHandler(std::move(clicked));
+    }
+
+private:
+    bool show(const PanelAppearance& appearance, PanelContent content, bool clickable)
     {
         QScreen* screen = chosenScreen(appearance.onMouseScreen);
         if (screen == nullptr) {
             return false;
         }
         const QRect area = screen->availableGeometry();
-        window_.setView(std::make_unique<PanelView>(appearance, PanelContent::sample(),
-                                                    area.width(), &metrics_),
-                        windows_.hasCompositingManager());
+        window_.setView(
+            std::make_unique<PanelView>(appearance, std::move(content), area.width(), &metrics_),
+            windows_.hasCompositingManager(), clickable);
         QRect placed(QPoint(), window_.size());
         placed.moveCenter(area.center());
         window_.move(placed.topLeft());
         window_.show();
         window_.raise();
-        hideTimer_.start(shownMilliseconds); // a new sample starts the time again
+        window_.limitClicks();
         return true;
     }
 
-private:
     // The screen with the pointer, or the one with the active window (the pane's, while its
     // controls are being changed), else the primary one.
     QScreen* chosenScreen(bool onMouseScreen)
@@ -136,10 +225,11 @@ private:
         return QGuiApplication::primaryScreen();
     }
 
-    SampleWindow window_;
-    QTimer hideTimer_;
+    PanelWindow window_;
+    QTimer sampleTimer_;
     QtTextMetrics metrics_;
     EwmhProcessWindows windows_;
+    std::optional<PanelAppearance> look_;
 };
 
 } // namespace
@@ -150,7 +240,7 @@ vexto_daemon_run_with_qt(int argc, char** argv, DaemonBody body)
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QtRunLoop loop;
-    QtSamplePresenter presenter;
+    QtPanelPresenter presenter;
     return body(loop, loop, &presenter);
 }
 

@@ -4,11 +4,11 @@ namespace vexto {
 
 class DescriptorWatcher;
 class RunLoop;
-class SamplePresenter;
+class PanelPresenter;
 struct PanelAppearance;
 
 // What the daemon does once its run loop and presenter exist; returns the exit status.
-using DaemonBody = int (*)(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presenter);
+using DaemonBody = int (*)(RunLoop& loop, DescriptorWatcher& watcher, PanelPresenter* presenter);
 
 // The daemon's Qt module, loaded only where there is a display or a picture to draw.
 inline constexpr const char* daemonQtModuleName = "vextodaemon-qt.so";

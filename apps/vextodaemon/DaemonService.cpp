@@ -10,7 +10,7 @@
 #include "foundation/PropertyListCodec.hpp"
 #include "foundation/UpdateInstructions.hpp"
 #include "panel/PanelAppearance.hpp"
-#include "panel/SamplePresenter.hpp"
+#include "panel/PanelPresenter.hpp"
 #include "platform/linux/PreferencesFolder.hpp"
 #include "ports/DistributedNotificationCenter.hpp"
 #include "settings/SettingsFileRecovery.hpp"
@@ -52,7 +52,7 @@ long takeNumber(std::string& rest)
 } // namespace
 
 DaemonService::DaemonService(DistributedNotificationCenter& center, std::string bundlePath,
-                             SamplePresenter* presenter, const FontCatalog* fonts)
+                             PanelPresenter* presenter, const FontCatalog* fonts)
     : center_(center), bundlePath_(std::move(bundlePath)), presenter_(presenter), fonts_(fonts)
 {}
 

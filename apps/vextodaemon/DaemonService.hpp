@@ -10,7 +10,7 @@ namespace vexto {
 
 class DistributedNotificationCenter;
 class FontCatalog;
-class SamplePresenter;
+class PanelPresenter;
 
 // The daemon's side of the notification protocol: it reads the settings at its start and
 // again when the pane says they changed, and hands them to whoever cycles the windows; when
@@ -21,7 +21,7 @@ class DaemonService {
 public:
     // Without a presenter samples are only logged; fonts are looked up in the catalog.
     DaemonService(DistributedNotificationCenter& center, std::string bundlePath,
-                  SamplePresenter* presenter = nullptr, const FontCatalog* fonts = nullptr);
+                  PanelPresenter* presenter = nullptr, const FontCatalog* fonts = nullptr);
     ~DaemonService();
     DaemonService(const DaemonService&) = delete;
     DaemonService& operator=(const DaemonService&) = delete;
@@ -69,7 +69,7 @@ private:
 
     DistributedNotificationCenter& center_;
     std::string bundlePath_;
-    SamplePresenter* presenter_;
+    PanelPresenter* presenter_;
     const FontCatalog* fonts_;
     std::optional<PlistDictionary> shippedDefaults_;
     SettingsHandler settingsHandler_;

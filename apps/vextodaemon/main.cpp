@@ -21,6 +21,7 @@
 #include "foundation/NumericText.hpp"
 #include "foundation/ProductInfo.hpp"
 #include "panel/PanelAppearance.hpp"
+#include "panel/PanelPresenter.hpp"
 #include "platform/linux/DBusDistributedNotificationCenter.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
@@ -120,7 +121,7 @@ std::unique_ptr<X11WindowSystem> windowSystem(RunLoop& loop, DescriptorWatcher& 
     return windows;
 }
 
-int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presenter)
+int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, PanelPresenter* presenter)
 {
     FontconfigCatalog fonts;
     DBusDistributedNotificationCenter center(watcher);
@@ -128,18 +129,21 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, SamplePresenter* presen
     std::unique_ptr<X11WindowSystem> windows = windowSystem(loop, watcher);
     std::unique_ptr<CycleController> cycles;
     if (windows) {
-        cycles = std::make_unique<CycleController>(loop, *windows, nullptr);
+        cycles = std::make_unique<CycleController>(loop, *windows, presenter);
         windows->setController(cycles.get());
         // As every X client does, the daemon ends with its display.
         windows->setConnectionLostHandler([&] { daemon.quit("lost the X display"); });
-        daemon.setSettingsHandler(
-            [&](const PlistDictionary& settings, const PlistDictionary& defaults) {
-                const LayeredSettings layered(settings, defaults);
-                const std::vector<HotKeyBinding> bindings = HotKeyBindings::fromSettings(layered);
-                cycles->setSettings(CycleSettings::fromSettings(layered));
-                cycles->setBindings(bindings);
-                windows->useBindings(bindings, X11KeyGrabs::Options::fromSettings(layered));
-            });
+        daemon.setSettingsHandler([&](const PlistDictionary& settings,
+                                      const PlistDictionary& defaults) {
+            const LayeredSettings layered(settings, defaults);
+            const std::vector<HotKeyBinding> bindings = HotKeyBindings::fromSettings(layered);
+            cycles->setSettings(CycleSettings::fromSettings(layered));
+            if (presenter != nullptr) {
+                presenter->setAppearance(PanelAppearance::fromSettings(settings, defaults, &fonts));
+            }
+            cycles->setBindings(bindings);
+            windows->useBindings(bindings, X11KeyGrabs::Options::fromSettings(layered));
+        });
     }
     BusReconnection reconnection(
         loop, [&] { return center.reconnect(); },

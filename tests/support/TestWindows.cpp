@@ -2,7 +2,8 @@
 //
 //   vexto-test-windows [--ready-fd N] CLASS:TITLE[:FLAGS] ...
 //
-// FLAGS, separated by commas: minimized, desktop=N, skip-taskbar, dock. Each window is mapped
+// FLAGS, separated by commas: minimized, desktop=N, skip-taskbar, dock, and big (600 by 400
+// pixels in the middle of a 1024 by 768 screen, where panels show). Each window is mapped
 // with its WM_CLASS, _NET_WM_NAME, WM_NAME and _NET_WM_PID; a line with the window ids (decimal,
 // in the order given) is written once the window manager manages them all, on standard output or
 // on descriptor N. It then runs until
@@ -25,6 +26,7 @@ struct Wanted {
     bool minimized = false;
     bool skipTaskbar = false;
     bool dock = false;
+    bool big = false;
     long desktop = -1;
 };
 
@@ -47,6 +49,8 @@ Wanted parse(const std::string& text)
             wanted.skipTaskbar = true;
         } else if (flag == "dock") {
             wanted.dock = true;
+        } else if (flag == "big") {
+            wanted.big = true;
         } else if (flag.rfind("desktop=", 0) == 0) {
             wanted.desktop = std::strtol(flag.c_str() + 8, nullptr, 10);
         }
@@ -107,9 +111,15 @@ int main(int argc, char** argv)
         const xcb_window_t window = xcb_generate_id(c);
         const std::uint32_t values[] = {screen->white_pixel,
                                         XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_KEY_PRESS};
-        xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen->root, 20 * i, 20 * i, 200, 120,
+        const auto place = std::int16_t(w.big ? 212 : 20 * i);
+        xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen->root, place,
+                          std::int16_t(w.big ? 184 : 20 * i), w.big ? 600 : 200, w.big ? 400 : 120,
                           1, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
                           XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+        // Placed where it was made, as a program that remembers its place asks.
+        xcb_size_hints_t placement{};
+        xcb_icccm_size_hints_set_position(&placement, 1, place, std::int16_t(w.big ? 184 : 20 * i));
+        xcb_icccm_set_wm_normal_hints(c, window, &placement);
         const std::string classes = w.windowClass + std::string(1, '\0') + w.windowClass;
         xcb_icccm_set_wm_class(c, window, std::uint32_t(classes.size() + 1), classes.c_str());
         xcb_icccm_set_wm_name(c, window, XCB_ATOM_STRING, 8, std::uint32_t(w.title.size()),

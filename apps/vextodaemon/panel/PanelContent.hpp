@@ -18,7 +18,7 @@ struct PanelContent {
     };
     struct Application {
         std::string name;
-        // Tells applications of the same name apart (their generic icons' colours).
+        // One running program: two runs of the same program are two applications.
         std::string key;
         std::vector<Window> windows;
     };

@@ -270,7 +270,7 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
     const Rect item = itemRect(index);
     if (showsIcons()) {
         const Rect icon = item.insetBy(item_ * 0.08, item_ * 0.08);
-        const std::size_t colour = std::hash<std::string>{}(application.key);
+        const std::size_t colour = std::hash<std::string>{}(application.name);
         const Gradient body(iconColor(colour, 1.0f), iconColor(colour, 0.7f));
         KRVXDrawGradientBevelInRect(canvas, &body, std::nullopt, icon, icon.width() * 0.22);
         canvas.drawText(initial(application.name), icon,
