@@ -3,6 +3,7 @@
 #include "cycling/CyclePanel.hpp"
 #include "cycling/CycleSettings.hpp"
 #include "cycling/HotKeyBindings.hpp"
+#include "cycling/WindowActions.hpp"
 #include "cycling/WindowSystem.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
@@ -47,6 +48,19 @@ public:
     {
         activated.push_back(window.id);
     }
+    void toggleZoom(const CycleWindow& window, std::uint32_t) override
+    {
+        acted.push_back("zoom " + std::to_string(window.id));
+    }
+    void minimize(const CycleWindow& window) override
+    {
+        acted.push_back("minimize " + std::to_string(window.id));
+    }
+    void close(const CycleWindow& window, std::uint32_t) override
+    {
+        acted.push_back("close " + std::to_string(window.id));
+    }
+    std::vector<std::string> acted;
 };
 
 class ScriptedPanel final : public CyclePanel {
@@ -206,6 +220,35 @@ TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveA
     cycles.hotKeyPressed(altTab, 30);
     EXPECT_FALSE(cycles.isCycling());
     EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+}
+
+TEST(WindowActionsTest, EachActionActsOnItsOwnWindowsAndNoneWithoutThem)
+{
+    ScriptedWindows windows;
+    windows.windows = {{1, "a", "A", "front", false, 0},
+                       {2, "b", "B", "other", true, 0},
+                       {3, "a", "A", "old", true, 0},
+                       {4, "a", "A", "older", true, 0}};
+    WindowActions actions(windows);
+    using A = DaemonAction;
+    for (const A action :
+         {A::ZoomFrontmostWindow, A::MinimizeFrontmostWindow, A::CloseFrontmostWindow,
+          A::CloseMinimizedWindowsOfFrontmostApplication, A::CloseAllMinimizedWindows}) {
+        EXPECT_TRUE(actions.perform(action, 5));
+    }
+    EXPECT_EQ(windows.acted,
+              (std::vector<std::string>{"zoom 1", "minimize 1", "close 1", "close 4", "close 3",
+                                        "close 4", "close 3", "close 2"}));
+    // Restored least recently used first, so that the most recent ends on top.
+    EXPECT_TRUE(actions.perform(A::DeminimizeMinimizedWindowsOfFrontmostApplication, 6));
+    EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{4, 3}));
+    EXPECT_TRUE(actions.perform(A::DeminimizeAllMinimizedWindows, 7));
+    EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{4, 3, 4, 3, 2}));
+    EXPECT_FALSE(actions.perform(A::CycleAllWindows, 8));
+
+    windows.windows = {{1, "a", "A", "front", false, 0}};
+    EXPECT_FALSE(actions.perform(A::DeminimizeAllMinimizedWindows, 9));
+    EXPECT_FALSE(actions.perform(A::CloseMinimizedWindowsOfFrontmostApplication, 9));
 }
 
 TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)

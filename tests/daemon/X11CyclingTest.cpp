@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -29,6 +30,11 @@ constexpr xcb_keycode_t superKey = 133;
 constexpr xcb_keycode_t altKey = 64;
 constexpr xcb_keycode_t shiftKey = 50;
 constexpr xcb_keycode_t f9Key = 75;
+constexpr xcb_keycode_t zKey = 52;
+constexpr xcb_keycode_t mKey = 58;
+constexpr xcb_keycode_t wKey = 25;
+constexpr xcb_keycode_t capsLockKey = 66;
+constexpr xcb_keycode_t numLockKey = 77;
 constexpr std::uint16_t virtualTab = 0x30;
 constexpr std::uint16_t virtualF9 = 0x65;
 
@@ -176,6 +182,25 @@ protected:
         xcb_ungrab_keyboard(observer, XCB_CURRENT_TIME);
         xcb_flush(observer);
         return free;
+    }
+
+    std::vector<xcb_atom_t> stateOf(std::uint32_t window)
+    {
+        xcb_ewmh_get_atoms_reply_t states{};
+        std::vector<xcb_atom_t> found;
+        if (xcb_ewmh_get_wm_state_reply(&ewmh, xcb_ewmh_get_wm_state(&ewmh, window), &states,
+                                        nullptr) != 0) {
+            found.assign(states.atoms, states.atoms + states.atoms_len);
+            xcb_ewmh_get_atoms_reply_wipe(&states);
+        }
+        return found;
+    }
+    bool hasState(std::uint32_t window, xcb_atom_t state)
+    {
+        return waitFor([&] {
+            const auto states = stateOf(window);
+            return std::find(states.begin(), states.end(), state) != states.end();
+        });
     }
 
     bool loggedContaining(const std::string& part) const
@@ -379,6 +404,63 @@ TEST_F(X11CyclingTest, WindowsClosingAndTheWindowManagerLeavingMidCycleLeaveNoth
     tap(tabKey);
     release(superKey);
     EXPECT_TRUE(becomesActive(first[0]));
+}
+
+TEST_F(X11CyclingTest, FrontmostWindowKeysActOnItAndLockKeysMatterOnlyWhereAsked)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two"});
+    const auto lone = openWindows({"Gamma:three"});
+    focus(ids[1]);
+    focus(ids[0]);
+    PlistDictionary settings = superTab();
+    const auto any = [](std::uint16_t key) {
+        return PlistDictionary{{"Any", hotKey(key, Event::commandKeyMask)}};
+    };
+    settings["Additional Zoom Frontmost Window"] = any(0x06);     // Z
+    settings["Additional Minimize Frontmost Window"] = any(0x2E); // M
+    settings["Additional Close Frontmost Window"] = any(0x0D);    // W
+    settings["Ignore Caps Lock"] = false;
+    startDaemon(settings);
+
+    press(superKey);
+    tap(zKey);
+    release(superKey);
+    EXPECT_TRUE(hasState(ids[0], ewmh._NET_WM_STATE_MAXIMIZED_VERT));
+    press(superKey);
+    tap(mKey);
+    release(superKey);
+    EXPECT_TRUE(hasState(ids[0], ewmh._NET_WM_STATE_HIDDEN));
+    focus(lone[0]);
+    press(superKey);
+    tap(wKey);
+    release(superKey);
+    EXPECT_TRUE(waitFor([&] {
+        const auto all = windows->windowsInRecentOrder();
+        return std::none_of(all.begin(), all.end(),
+                            [&](const CycleWindow& w) { return w.id == lone[0]; });
+    })) << "the window's program was asked to close it";
+
+    // Num Lock never matters; Caps Lock does unless it is ignored.
+    focus(ids[1]);
+    tap(numLockKey);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[0]));
+    tap(numLockKey);
+    tap(capsLockKey);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    loop.runFor(0.3);
+    EXPECT_EQ(active(), ids[0]) << "Caps Lock is heeded";
+    settings["Ignore Caps Lock"] = true;
+    useSettings(settings);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[1]));
+    tap(capsLockKey);
 }
 
 } // namespace

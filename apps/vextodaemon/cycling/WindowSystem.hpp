@@ -27,6 +27,12 @@ public:
     // Brings the window to the front with the focus: switches to its desktop first and
     // restores it when minimised.
     virtual void activate(const CycleWindow& window, std::uint32_t time) = 0;
+
+    // Maximised both ways, or back to its size when it already is.
+    virtual void toggleZoom(const CycleWindow& window, std::uint32_t time) = 0;
+    virtual void minimize(const CycleWindow& window) = 0;
+    // Asks the window's program to close it, as its close button does.
+    virtual void close(const CycleWindow& window, std::uint32_t time) = 0;
 };
 
 } // namespace vexto

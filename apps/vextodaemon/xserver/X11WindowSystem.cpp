@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <utility>
+#include <xcb/xcb_icccm.h>
 
 namespace vexto {
 
@@ -40,7 +41,7 @@ std::unique_ptr<X11WindowSystem> X11WindowSystem::open(RunLoop& loop, Descriptor
 X11WindowSystem::X11WindowSystem(RunLoop& loop, DescriptorWatcher& watcher,
                                  std::unique_ptr<XcbConnection> connection)
     : loop_(loop), watcher_(watcher), connection_(std::move(connection)), keys_(*connection_),
-      clients_(*connection_)
+      clients_(*connection_), changeStateAtom_(connection_->atom("WM_CHANGE_STATE"))
 {
     const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK,
@@ -137,7 +138,12 @@ void X11WindowSystem::keyPressed(const xcb_key_press_event_t& event)
         return;
     }
     const HotKeyBinding* binding = keys_.bindingFor(event.detail, event.state);
-    if (binding == nullptr || !startsCycle(binding->action)) {
+    if (binding == nullptr) {
+        return;
+    }
+    if (!startsCycle(binding->action)) {
+        actions_.perform(binding->action, event.time);
+        xcb_flush(connection_->get());
         return;
     }
     controller_->hotKeyPressed(*binding, event.time);
@@ -245,6 +251,38 @@ void X11WindowSystem::activate(const CycleWindow& window, std::uint32_t time)
     xcb_ewmh_request_change_active_window(&ewmh, screen, static_cast<xcb_window_t>(window.id),
                                           fromSwitcher, time,
                                           active ? static_cast<xcb_window_t>(*active) : XCB_NONE);
+    xcb_flush(connection_->get());
+}
+
+void X11WindowSystem::toggleZoom(const CycleWindow& window, std::uint32_t)
+{
+    xcb_ewmh_connection_t& ewmh = connection_->ewmh();
+    xcb_ewmh_request_change_wm_state(&ewmh, connection_->screenNumber(),
+                                     static_cast<xcb_window_t>(window.id), XCB_EWMH_WM_STATE_TOGGLE,
+                                     ewmh._NET_WM_STATE_MAXIMIZED_VERT,
+                                     ewmh._NET_WM_STATE_MAXIMIZED_HORZ, fromSwitcher);
+    xcb_flush(connection_->get());
+}
+
+void X11WindowSystem::minimize(const CycleWindow& window)
+{
+    // The window manager is asked to iconify it, as a program asks for its own window.
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.id);
+    message.type = changeStateAtom_;
+    message.data.data32[0] = XCB_ICCCM_WM_STATE_ICONIC;
+    xcb_send_event(connection_->get(), 0, connection_->root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(connection_->get());
+}
+
+void X11WindowSystem::close(const CycleWindow& window, std::uint32_t time)
+{
+    xcb_ewmh_request_close_window(&connection_->ewmh(), connection_->screenNumber(),
+                                  static_cast<xcb_window_t>(window.id), time, fromSwitcher);
     xcb_flush(connection_->get());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cycling/WindowActions.hpp"
 #include "cycling/WindowSystem.hpp"
 #include "xserver/X11ClientList.hpp"
 #include "xserver/X11KeyGrabs.hpp"
@@ -44,6 +45,9 @@ public:
     bool grabKeyboard(std::uint32_t time) override;
     void ungrabKeyboard(std::uint32_t time) override;
     void activate(const CycleWindow& window, std::uint32_t time) override;
+    void toggleZoom(const CycleWindow& window, std::uint32_t time) override;
+    void minimize(const CycleWindow& window) override;
+    void close(const CycleWindow& window, std::uint32_t time) override;
 
 private:
     X11WindowSystem(RunLoop& loop, DescriptorWatcher& watcher,
@@ -67,6 +71,8 @@ private:
     std::unique_ptr<XcbConnection> connection_;
     X11KeyGrabs keys_;
     X11ClientList clients_;
+    xcb_atom_t changeStateAtom_;
+    WindowActions actions_{*this};
     CycleController* controller_ = nullptr;
     std::function<void()> lost_;
     bool keyboardGrabbed_ = false;
