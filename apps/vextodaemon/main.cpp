@@ -138,9 +138,12 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, PanelPresenter* present
             const LayeredSettings layered(settings, defaults);
             const std::vector<HotKeyBinding> bindings = HotKeyBindings::fromSettings(layered);
             cycles->setSettings(CycleSettings::fromSettings(layered));
+            const PanelAppearance look = PanelAppearance::fromSettings(settings, defaults, &fonts);
             if (presenter != nullptr) {
-                presenter->setAppearance(PanelAppearance::fromSettings(settings, defaults, &fonts));
+                presenter->setAppearance(look);
             }
+            // Pixels for a screen of twice the usual density at most.
+            windows->setPreferredIconSize(static_cast<int>(look.itemSize * 2));
             cycles->setBindings(bindings);
             windows->useBindings(bindings, X11KeyGrabs::Options::fromSettings(layered));
         });

@@ -33,9 +33,9 @@ constexpr std::uint64_t control = Event::controlKeyMask;
 
 class ScriptedWindows final : public WindowSystem {
 public:
-    std::vector<CycleWindow> windows = {{1, "a", "A", "one", false, 0},
-                                        {2, "b", "B", "two", false, 0},
-                                        {3, "c", "C", "three", false, 0}};
+    std::vector<CycleWindow> windows = {{1, "a", "A", "one", false, 0, nullptr},
+                                        {2, "b", "B", "two", false, 0, nullptr},
+                                        {3, "c", "C", "three", false, 0, nullptr}};
     bool keyboardFree = true;
     bool grabbed = false;
     std::vector<std::uint64_t> activated;
@@ -215,7 +215,8 @@ TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveA
     EXPECT_FALSE(windows.grabbed);
 
     // Without the keyboard the press alone switches, as the release could never be seen.
-    windows.windows = {{1, "a", "A", "one", false, 0}, {2, "b", "B", "two", false, 0}};
+    windows.windows = {{1, "a", "A", "one", false, 0, nullptr},
+                       {2, "b", "B", "two", false, 0, nullptr}};
     windows.keyboardFree = false;
     cycles.hotKeyPressed(altTab, 30);
     EXPECT_FALSE(cycles.isCycling());
@@ -225,10 +226,10 @@ TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveA
 TEST(WindowActionsTest, EachActionActsOnItsOwnWindowsAndNoneWithoutThem)
 {
     ScriptedWindows windows;
-    windows.windows = {{1, "a", "A", "front", false, 0},
-                       {2, "b", "B", "other", true, 0},
-                       {3, "a", "A", "old", true, 0},
-                       {4, "a", "A", "older", true, 0}};
+    windows.windows = {{1, "a", "A", "front", false, 0, nullptr},
+                       {2, "b", "B", "other", true, 0, nullptr},
+                       {3, "a", "A", "old", true, 0, nullptr},
+                       {4, "a", "A", "older", true, 0, nullptr}};
     WindowActions actions(windows);
     using A = DaemonAction;
     for (const A action :
@@ -246,7 +247,7 @@ TEST(WindowActionsTest, EachActionActsOnItsOwnWindowsAndNoneWithoutThem)
     EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{4, 3, 4, 3, 2}));
     EXPECT_FALSE(actions.perform(A::CycleAllWindows, 8));
 
-    windows.windows = {{1, "a", "A", "front", false, 0}};
+    windows.windows = {{1, "a", "A", "front", false, 0, nullptr}};
     EXPECT_FALSE(actions.perform(A::DeminimizeAllMinimizedWindows, 9));
     EXPECT_FALSE(actions.perform(A::CloseMinimizedWindowsOfFrontmostApplication, 9));
 }

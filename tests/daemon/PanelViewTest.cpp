@@ -180,10 +180,11 @@ std::vector<std::string> texts(const Operations& operations)
 
 TEST(PanelContentTest, ACyclesWindowsAreGroupedUnderTheirApplicationsWithTheSelectionFollowed)
 {
-    const std::vector<CycleWindow> windows = {{1, "term\n7", "Terminal", "~", false, 0},
-                                              {2, "web\n9", "Browser", "News", false, 0},
-                                              {3, "term\n7", "Terminal", "build", false, 0},
-                                              {4, "term\n8", "Terminal", "other", false, 0}};
+    const std::vector<CycleWindow> windows = {
+        {1, "term\n7", "Terminal", "~", false, 0, nullptr},
+        {2, "web\n9", "Browser", "News", false, 0, nullptr},
+        {3, "term\n7", "Terminal", "build", false, 0, nullptr},
+        {4, "term\n8", "Terminal", "other", false, 0, nullptr}};
     WindowCycle cycle(windows, 1, DaemonAction::CycleAllWindows, StepDirection::Forward,
                       {true, true});
     cycle.select(2);

@@ -15,11 +15,11 @@ using S = StepDirection;
 std::vector<CycleWindow> desk()
 {
     return {
-        {1, "term", "Terminal", "~", false, 0},
-        {2, "web", "Browser", "News", false, 0},
-        {3, "term", "Terminal", "build", true, 0},
-        {4, "mail", "Mail", "Inbox", false, std::nullopt},
-        {5, "web", "Browser", "Docs", true, 1},
+        {1, "term", "Terminal", "~", false, 0, nullptr},
+        {2, "web", "Browser", "News", false, 0, nullptr},
+        {3, "term", "Terminal", "build", true, 0, nullptr},
+        {4, "mail", "Mail", "Inbox", false, std::nullopt, nullptr},
+        {5, "web", "Browser", "Docs", true, 1, nullptr},
     };
 }
 
@@ -82,7 +82,7 @@ TEST(WindowCycleTest, TheFirstPressSelectsTheWindowUsedBeforeOrStaysWithoutStepF
         selectedId(WindowCycle(windows, 1, A::CycleMinimizedWindows, S::Backward, {true, true})),
         5u);
     // A lone window stays selected whatever the options.
-    const std::vector<CycleWindow> alone = {{7, "x", "X", "x", false, 0}};
+    const std::vector<CycleWindow> alone = {{7, "x", "X", "x", false, 0, nullptr}};
     EXPECT_EQ(selectedId(WindowCycle(alone, 7, A::CycleAllWindows, S::Forward, {true, false})), 7u);
 }
 

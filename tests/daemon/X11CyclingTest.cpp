@@ -79,11 +79,17 @@ protected:
         }
     }
 
+    // openbox names itself on the root before it manages windows; windows mapped meanwhile are
+    // never managed. Its client list, written once it manages all there are, says it is ready.
     bool windowManagerRuns()
     {
-        xcb_window_t check = XCB_NONE;
-        return xcb_ewmh_get_supporting_wm_check_reply(
-                   &ewmh, xcb_ewmh_get_supporting_wm_check(&ewmh, root()), &check, nullptr) != 0;
+        auto* reply = xcb_get_property_reply(
+            observer,
+            xcb_get_property(observer, 0, root(), ewmh._NET_CLIENT_LIST, XCB_ATOM_WINDOW, 0, 0),
+            nullptr);
+        const bool listed = reply != nullptr && reply->type == XCB_ATOM_WINDOW;
+        std::free(reply);
+        return listed;
     }
 
     template <typename Condition> bool waitFor(Condition condition, double seconds = 3.0)
@@ -388,7 +394,7 @@ TEST_F(X11CyclingTest, WindowsClosingAndTheWindowManagerLeavingMidCycleLeaveNoth
     ASSERT_TRUE(controller->isCycling());
     manager->stop();
     // What the old one left on the root goes, so that the new one is seen arriving.
-    xcb_delete_property(observer, root(), ewmh._NET_SUPPORTING_WM_CHECK);
+    xcb_delete_property(observer, root(), ewmh._NET_CLIENT_LIST);
     xcb_flush(observer);
     loop.runFor(0.2);
     release(superKey);
@@ -398,12 +404,48 @@ TEST_F(X11CyclingTest, WindowsClosingAndTheWindowManagerLeavingMidCycleLeaveNoth
     // A new window manager finds the daemon still working.
     manager.emplace(server.display());
     ASSERT_TRUE(waitFor([&] { return windowManagerRuns(); }));
-    loop.runFor(0.5); // openbox settles before it manages focus
     focus(third[0]);
     press(superKey);
     tap(tabKey);
     release(superKey);
     EXPECT_TRUE(becomesActive(first[0]));
+}
+
+TEST_F(X11CyclingTest, IconsComeFromTheWindowsOwnPropertyInTheNearestSizeAndFollowItsChanges)
+{
+    const auto ids = openWindows({"Painter:canvas:icon", "Plain:text"});
+    startDaemon(superTab());
+    const auto iconOf = [&](std::uint32_t id) {
+        for (const CycleWindow& window : windows->windowsInRecentOrder()) {
+            if (window.id == id) {
+                return window.icon;
+            }
+        }
+        return std::shared_ptr<const Bitmap>();
+    };
+    windows->setPreferredIconSize(32);
+    ASSERT_TRUE(waitFor([&] { return windows->windowsInRecentOrder().size() == 2; }));
+    auto icon = iconOf(ids[0]);
+    ASSERT_TRUE(icon);
+    EXPECT_EQ(icon->width, 48);
+    EXPECT_EQ((std::vector<std::uint8_t>(icon->rgba.begin(), icon->rgba.begin() + 4)),
+              (std::vector<std::uint8_t>{0, 0, 0xFF, 0x80}));
+    // openbox gives a window without an icon its own default one, another picture.
+    const auto other = iconOf(ids[1]);
+    EXPECT_TRUE(!other || other->rgba != icon->rgba);
+    windows->setPreferredIconSize(16);
+    EXPECT_EQ(iconOf(ids[0])->width, 16);
+
+    // The program publishes a new icon: the next cycle shows it.
+    std::vector<std::uint32_t> green = {8, 8};
+    green.insert(green.end(), 64, 0xFF00FF00);
+    xcb_ewmh_set_wm_icon(&ewmh, XCB_PROP_MODE_REPLACE, ids[0], std::uint32_t(green.size()),
+                         green.data());
+    xcb_flush(observer);
+    EXPECT_TRUE(waitFor([&] {
+        const auto now = iconOf(ids[0]);
+        return now && now->width == 8;
+    }));
 }
 
 TEST_F(X11CyclingTest, FrontmostWindowKeysActOnItAndLockKeysMatterOnlyWhereAsked)

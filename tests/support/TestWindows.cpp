@@ -2,7 +2,8 @@
 //
 //   vexto-test-windows [--ready-fd N] CLASS:TITLE[:FLAGS] ...
 //
-// FLAGS, separated by commas: minimized, desktop=N, skip-taskbar, dock, and big (600 by 400
+// FLAGS, separated by commas: minimized, desktop=N, skip-taskbar, dock, icon (16 pixels a side
+// of opaque red and 48 of half-transparent blue), and big (600 by 400
 // pixels in the middle of a 1024 by 768 screen, where panels show). Each window is mapped
 // with its WM_CLASS, _NET_WM_NAME, WM_NAME and _NET_WM_PID; a line with the window ids (decimal,
 // in the order given) is written once the window manager manages them all, on standard output or
@@ -27,6 +28,7 @@ struct Wanted {
     bool skipTaskbar = false;
     bool dock = false;
     bool big = false;
+    bool icon = false;
     long desktop = -1;
 };
 
@@ -51,6 +53,8 @@ Wanted parse(const std::string& text)
             wanted.dock = true;
         } else if (flag == "big") {
             wanted.big = true;
+        } else if (flag == "icon") {
+            wanted.icon = true;
         } else if (flag.rfind("desktop=", 0) == 0) {
             wanted.desktop = std::strtol(flag.c_str() + 8, nullptr, 10);
         }
@@ -141,6 +145,14 @@ int main(int argc, char** argv)
             xcb_atom_t dock = ewmh._NET_WM_WINDOW_TYPE_DOCK;
             xcb_ewmh_set_wm_window_type(&ewmh, window, 1, &dock);
         }
+        if (w.icon) {
+            std::vector<std::uint32_t> icon = {16, 16};
+            icon.insert(icon.end(), 16 * 16, 0xFFFF0000);
+            icon.insert(icon.end(), {48, 48});
+            icon.insert(icon.end(), 48 * 48, 0x800000FF);
+            xcb_ewmh_set_wm_icon(&ewmh, XCB_PROP_MODE_REPLACE, window, std::uint32_t(icon.size()),
+                                 icon.data());
+        }
         if (w.minimized) {
             xcb_icccm_wm_hints_t hints{};
             xcb_icccm_wm_hints_set_iconic(&hints);
@@ -158,7 +170,7 @@ int main(int argc, char** argv)
             listed.push_back(windows[i]);
         }
     }
-    for (int round = 0; round < 500 && !managed(ewmh, listed); ++round) {
+    for (int round = 0; round < 2000 && !managed(ewmh, listed); ++round) {
         ::usleep(10000);
     }
     std::string ids;

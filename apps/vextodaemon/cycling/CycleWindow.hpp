@@ -1,6 +1,9 @@
 #pragma once
 
+#include "foundation/Bitmap.hpp"
+
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,6 +19,8 @@ struct CycleWindow {
     bool minimized = false;
     // None: shown on every desktop.
     std::optional<std::uint32_t> desktop;
+    // The window's own icon, where it has one.
+    std::shared_ptr<const Bitmap> icon = nullptr;
 
     bool operator==(const CycleWindow&) const = default;
 };

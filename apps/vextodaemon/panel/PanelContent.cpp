@@ -12,9 +12,10 @@ PanelContent PanelContent::sample()
     const char* names[] = {"Files", "Mail", "Terminal", "Browser", "Notes"};
     std::size_t index = 0;
     for (const char* name : names) {
-        content.applications.push_back({name, name, {{name, index++}}});
+        content.applications.push_back({name, name, {{name, index++, nullptr}}, nullptr});
     }
-    content.applications[1].windows = {{"Inbox", 1}, {"Re: Quarterly figures", 1}, {"Drafts", 1}};
+    content.applications[1].windows = {
+        {"Inbox", 1, nullptr}, {"Re: Quarterly figures", 1, nullptr}, {"Drafts", 1, nullptr}};
     content.selectedApplication = 1;
     return content;
 }
@@ -29,10 +30,14 @@ PanelContent PanelContent::fromCycle(const WindowCycle& cycle)
             std::find_if(content.applications.begin(), content.applications.end(),
                          [&](const Application& a) { return a.key == window.applicationKey; });
         if (application == content.applications.end()) {
-            content.applications.push_back({window.applicationName, window.applicationKey, {}});
+            content.applications.push_back(
+                {window.applicationName, window.applicationKey, {}, nullptr});
             application = content.applications.end() - 1;
         }
-        application->windows.push_back({window.title, index});
+        application->windows.push_back({window.title, index, window.icon});
+        if (!application->icon) {
+            application->icon = window.icon;
+        }
         if (cycle.selectedIndex() == index) {
             content.selectedApplication =
                 static_cast<std::size_t>(application - content.applications.begin());

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "foundation/Bitmap.hpp"
+
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,12 +18,15 @@ struct PanelContent {
     struct Window {
         std::string title;
         std::size_t cycleIndex = 0;
+        std::shared_ptr<const Bitmap> icon = nullptr;
     };
     struct Application {
         std::string name;
         // One running program: two runs of the same program are two applications.
         std::string key;
         std::vector<Window> windows;
+        // The first of its windows' own icons; none: a generic one is drawn.
+        std::shared_ptr<const Bitmap> icon = nullptr;
     };
     std::vector<Application> applications;
     std::size_t selectedApplication = 0;

@@ -3,6 +3,7 @@
 #include "foundation/TextEncoding.hpp"
 #include "ports/TextMetrics.hpp"
 #include "toolkit/Canvas.hpp"
+#include "toolkit/Image.hpp"
 #include "widgets/KRVXDrawGradientBevelInRect.hpp"
 #include "widgets/KRVXGradientColorWellAccessoryView.hpp"
 
@@ -270,12 +271,11 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
     const Rect item = itemRect(index);
     if (showsIcons()) {
         const Rect icon = item.insetBy(item_ * 0.08, item_ * 0.08);
-        const std::size_t colour = std::hash<std::string>{}(application.name);
-        const Gradient body(iconColor(colour, 1.0f), iconColor(colour, 0.7f));
-        KRVXDrawGradientBevelInRect(canvas, &body, std::nullopt, icon, icon.width() * 0.22);
-        canvas.drawText(initial(application.name), icon,
-                        Font::systemFontOfSize(icon.height() * 0.5), Color::whiteColor(),
-                        TextAlignment::Center);
+        if (const Image* own = imageOf(application.icon)) {
+            canvas.drawImage(*own, icon, CompositingOperation::SourceOver, 1);
+        } else {
+            drawGenericIcon(canvas, application, icon);
+        }
     }
     if (!look_.showApplicationNames) {
         return;
@@ -291,6 +291,30 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
     canvas.drawText(fitted(application.name, label.width(), font), label, font,
                     look_.applicationName, TextAlignment::Center);
     canvas.restoreGraphicsState();
+}
+
+void PanelView::drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
+                                const Rect& icon) const
+{
+    // Coloured by the program's name, so that a program keeps its colour from one cycle to the
+    // next.
+    const std::size_t colour = std::hash<std::string>{}(application.name);
+    const Gradient body(iconColor(colour, 1.0f), iconColor(colour, 0.7f));
+    KRVXDrawGradientBevelInRect(canvas, &body, std::nullopt, icon, icon.width() * 0.22);
+    canvas.drawText(initial(application.name), icon, Font::systemFontOfSize(icon.height() * 0.5),
+                    Color::whiteColor(), TextAlignment::Center);
+}
+
+const Image* PanelView::imageOf(const std::shared_ptr<const Bitmap>& icon) const
+{
+    if (!icon || icon->width <= 0 || icon->height <= 0) {
+        return nullptr;
+    }
+    auto& image = images_[icon.get()];
+    if (!image) {
+        image = Image::withBitmap(*icon);
+    }
+    return image.get();
 }
 
 void PanelView::drawBadge(Canvas& canvas, std::size_t index) const
@@ -329,7 +353,19 @@ void PanelView::drawWindowNames(Canvas& canvas) const
             KRVXDrawGradientBevelInRect(canvas, nullptr, look_.selection, row, row.height() / 2);
             canvas.restoreGraphicsState();
         }
-        canvas.drawText(fitted(selected->windows[first + line].title, row.width(), font), row, font,
+        const PanelContent::Window& window = selected->windows[first + line];
+        Rect text = row;
+        // With window icons, each listed window shows its own at the start of its row.
+        if (look_.iconMode == 2) {
+            const double side = row.height() * 0.8;
+            const Rect icon(row.minX() + row.height() / 2, row.midY() - side / 2, side, side);
+            if (const Image* own = imageOf(window.icon)) {
+                canvas.drawImage(*own, icon, CompositingOperation::SourceOver, 1);
+            }
+            text = Rect(icon.maxX(), row.minY(), row.width() - 2 * (icon.maxX() - row.minX()),
+                        row.height());
+        }
+        canvas.drawText(fitted(window.title, text.width(), font), text, font,
                         chosen ? look_.selectionWindowName : look_.windowName,
                         TextAlignment::Center);
     }

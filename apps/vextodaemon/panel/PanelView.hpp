@@ -4,10 +4,13 @@
 #include "panel/PanelContent.hpp"
 #include "toolkit/View.hpp"
 
+#include <map>
+#include <memory>
 #include <optional>
 
 namespace vexto {
 
+class Image;
 class TextMetrics;
 
 // The daemon's window-cycling panel, drawn in a given appearance: a row of application icons
@@ -57,6 +60,10 @@ private:
     void drawItem(Canvas& canvas, std::size_t index) const;
     void drawBadge(Canvas& canvas, std::size_t index) const;
     void drawWindowNames(Canvas& canvas) const;
+    void drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
+                         const Rect& icon) const;
+    // An image of a window's or application's own pixels, made once per picture.
+    const Image* imageOf(const std::shared_ptr<const Bitmap>& icon) const;
 
     PanelAppearance look_;
     PanelContent content_;
@@ -65,6 +72,7 @@ private:
     double gap_ = 14;
     double margin_ = 16;
     double labelSize_ = 11;
+    mutable std::map<const Bitmap*, std::shared_ptr<Image>> images_;
 };
 
 } // namespace vexto

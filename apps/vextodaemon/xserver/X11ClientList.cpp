@@ -1,6 +1,7 @@
 #include "xserver/X11ClientList.hpp"
 
 #include "foundation/TextEncoding.hpp"
+#include "xserver/NetWmIcon.hpp"
 #include "xserver/XcbConnection.hpp"
 
 #include <algorithm>
@@ -57,6 +58,8 @@ struct Asked {
     xcb_get_property_cookie_t state;
     xcb_get_property_cookie_t desktop;
     xcb_get_property_cookie_t type;
+    // Asked only for windows whose icon is not known yet.
+    std::optional<xcb_get_property_cookie_t> icon;
 };
 
 xcb_get_property_cookie_t ask(xcb_connection_t* c, xcb_window_t window, xcb_atom_t property,
@@ -118,6 +121,7 @@ std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
 std::vector<std::uint64_t> X11ClientList::clientListChanged()
 {
     std::vector<xcb_window_t> listed = stacking();
+    fprintf(stderr, "LISTED %zu\n", listed.size());
     std::vector<std::uint64_t> gone;
     std::erase_if(recent_, [&](xcb_window_t window) {
         if (std::find(listed.begin(), listed.end(), window) != listed.end()) {
@@ -134,6 +138,15 @@ std::vector<std::uint64_t> X11ClientList::clientListChanged()
         }
     }
     recent_.insert(recent_.end(), arrived.begin(), arrived.end());
+    // Told when a new window's icon changes; a window's properties are its own program's, so
+    // the daemon only adds itself as one more listener.
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    for (const xcb_window_t window : arrived) {
+        xcb_change_window_attributes(connection_.get(), window, XCB_CW_EVENT_MASK, &events);
+    }
+    for (const std::uint64_t window : gone) {
+        icons_.erase(static_cast<xcb_window_t>(window));
+    }
     return gone;
 }
 
@@ -154,6 +167,29 @@ void X11ClientList::noteUsed(xcb_window_t window)
     if (found != recent_.end()) {
         std::rotate(recent_.begin(), found, found + 1);
     }
+}
+
+void X11ClientList::setPreferredIconSize(int pixels)
+{
+    if (pixels != preferredIconSize_) {
+        preferredIconSize_ = pixels;
+        icons_.clear();
+    }
+}
+
+std::shared_ptr<const Bitmap> X11ClientList::iconFrom(xcb_window_t window,
+                                                      xcb_get_property_cookie_t asked) const
+{
+    auto reply = owned(xcb_get_property_reply(connection_.get(), asked, nullptr));
+    std::shared_ptr<const Bitmap> icon;
+    if (reply) {
+        if (auto picture =
+                NetWmIcon::nearest(valuesOf<std::uint32_t>(*reply), preferredIconSize_)) {
+            icon = std::make_shared<const Bitmap>(std::move(*picture));
+        }
+    }
+    icons_[window] = icon;
+    return icon;
 }
 
 std::optional<std::uint32_t> X11ClientList::currentDesktop() const
@@ -181,7 +217,11 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
                          ask(c, window, ewmh._NET_WM_PID, XCB_ATOM_CARDINAL, 1),
                          ask(c, window, ewmh._NET_WM_STATE, XCB_ATOM_ATOM, 32),
                          ask(c, window, ewmh._NET_WM_DESKTOP, XCB_ATOM_CARDINAL, 1),
-                         ask(c, window, ewmh._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, 32)});
+                         ask(c, window, ewmh._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, 32),
+                         std::nullopt});
+        if (!icons_.contains(window)) {
+            asked.back().icon = ask(c, window, ewmh._NET_WM_ICON, XCB_ATOM_CARDINAL, mostIconUnits);
+        }
     }
     const xcb_atom_t leftOutTypes[] = {
         ewmh._NET_WM_WINDOW_TYPE_DOCK,       ewmh._NET_WM_WINDOW_TYPE_DESKTOP,
@@ -198,6 +238,9 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
         auto state = owned(xcb_get_property_reply(c, question.state, nullptr));
         auto desktop = owned(xcb_get_property_reply(c, question.desktop, nullptr));
         auto type = owned(xcb_get_property_reply(c, question.type, nullptr));
+        // Read at once, so that no answer is left waiting for a window that is passed over.
+        const std::shared_ptr<const Bitmap> icon =
+            question.icon ? iconFrom(question.window, *question.icon) : icons_[question.window];
         if (!windowClass && !netName && !name && !type) {
             continue; // gone meanwhile
         }
@@ -242,6 +285,7 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
         if (!desktops.empty() && desktops[0] != 0xFFFFFFFF) {
             window.desktop = desktops[0];
         }
+        window.icon = icon;
         windows.push_back(std::move(window));
     }
     return windows;

@@ -64,7 +64,7 @@ void X11WindowSystem::useBindings(const std::vector<HotKeyBinding>& bindings,
 {
     lastRefused_.clear(); // new settings: what still cannot be taken is said again
     logRefusals(keys_.grab(bindings, options));
-    dispatch();
+    dispatchSoon();
 }
 
 void X11WindowSystem::logRefusals(const std::vector<X11KeyGrabs::Refusal>& refused)
@@ -102,6 +102,7 @@ void X11WindowSystem::dispatch()
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event)
 {
+    fprintf(stderr, "EV %d\n", event.response_type);
     switch (event.response_type & 0x7F) {
     case XCB_KEY_PRESS:
         keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
@@ -177,10 +178,13 @@ void X11WindowSystem::checkModifiersStillHeld(std::uint32_t time)
 
 void X11WindowSystem::propertyChanged(const xcb_property_notify_event_t& event)
 {
+    xcb_ewmh_connection_t& ewmh = connection_->ewmh();
     if (event.window != connection_->root()) {
+        if (event.atom == ewmh._NET_WM_ICON) {
+            clients_.iconChanged(event.window);
+        }
         return;
     }
-    xcb_ewmh_connection_t& ewmh = connection_->ewmh();
     if (event.atom == ewmh._NET_ACTIVE_WINDOW) {
         clients_.activeWindowChanged();
     } else if (event.atom == ewmh._NET_CLIENT_LIST_STACKING ||
@@ -195,7 +199,18 @@ void X11WindowSystem::propertyChanged(const xcb_property_notify_event_t& event)
 
 std::vector<CycleWindow> X11WindowSystem::windowsInRecentOrder() const
 {
-    return clients_.windowsInRecentOrder();
+    std::vector<CycleWindow> windows = clients_.windowsInRecentOrder();
+    dispatchSoon();
+    return windows;
+}
+
+void X11WindowSystem::dispatchSoon() const
+{
+    // Asking for the window list changes nothing the caller sees; serving events later does.
+    auto* self = const_cast<X11WindowSystem*>(this);
+    loop_.cancelPreviousPerformRequests(this, "dispatch", {});
+    loop_.performAfterDelay(this, "dispatch", {}, 0, {RunLoopMode::Default},
+                            [self] { self->dispatch(); });
 }
 
 std::optional<std::uint64_t> X11WindowSystem::activeWindow() const

@@ -32,6 +32,8 @@ public:
     X11WindowSystem& operator=(const X11WindowSystem&) = delete;
 
     void setController(CycleController* controller) { controller_ = controller; }
+    // Icons are taken in the size nearest this many pixels a side.
+    void setPreferredIconSize(int pixels) { clients_.setPreferredIconSize(pixels); }
     // Grabs these hot keys instead of the ones before, and logs each one it cannot take.
     void useBindings(const std::vector<HotKeyBinding>& bindings, X11KeyGrabs::Options options);
     // Serves every event the server has sent; also called after the daemon's own round trips,
@@ -65,6 +67,10 @@ private:
     // release the server never delivered (another client grabbing the server at that moment)
     // must not leave the user's keyboard held for ever.
     void watchModifiers();
+    // A round trip reads what the server sent meanwhile into the connection's queue, where the
+    // descriptor no longer shows it: it is served from the run loop, never in the middle of the
+    // caller's work.
+    void dispatchSoon() const;
 
     RunLoop& loop_;
     DescriptorWatcher& watcher_;
