@@ -16,6 +16,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
@@ -63,6 +64,27 @@ public:
         setFocusPolicy(Qt::NoFocus);
     }
 
+    // Moves the selection of the panel shown, where only the selection changed.
+    bool takeSelectionOf(const PanelContent& content)
+    {
+        if (!view_ || !clickable_ || !isVisible()) {
+            return false;
+        }
+        const auto changed = view_->takeSelectionOf(content);
+        if (!changed) {
+            return false;
+        }
+        // At once, not when Qt's loop next comes round: the key press waits for this picture.
+        const double height = view_->frame().height();
+        QRegion region;
+        for (const Rect& part : *changed) {
+            region += QRectF(part.minX(), height - part.maxY(), part.width(), part.height())
+                          .toAlignedRect();
+        }
+        repaint(region);
+        return true;
+    }
+
     void setClickedHandler(std::function<void(std::size_t)> clicked)
     {
         clicked_ = std::move(clicked);
@@ -74,6 +96,7 @@ public:
     void setView(std::unique_ptr<PanelView> view, bool composited, bool clickable)
     {
         view_ = std::move(view);
+        background_ = QImage();
         clickable_ = clickable;
         resize(int(std::ceil(view_->frame().width())), int(std::ceil(view_->frame().height())));
         if (composited) {
@@ -121,17 +144,35 @@ public:
     }
 
 protected:
-    void paintEvent(QPaintEvent*) override
+    void paintEvent(QPaintEvent* event) override
     {
         if (!view_) {
             return;
         }
+        // The panel and its shadow are drawn once a view; a step of the cycle draws only what
+        // lies on them.
+        const qreal scale = devicePixelRatioF();
+        if (background_.isNull()) {
+            background_ = QImage(size() * scale, QImage::Format_ARGB32_Premultiplied);
+            background_.setDevicePixelRatio(scale);
+            background_.fill(Qt::transparent);
+            QPainter layer(&background_);
+            QtCanvas canvas(layer, view_->frame().height());
+            view_->drawBackground(canvas);
+        }
         QPainter painter(this);
+        painter.setClipRegion(event->region());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.fillRect(rect(), Qt::transparent);
+        painter.drawImage(QPointF(0, 0), background_);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        QtCanvas canvas(painter, view_->frame().height());
-        view_->drawRect(canvas, view_->bounds());
+        const double height = view_->frame().height();
+        QtCanvas canvas(painter, height);
+        std::vector<Rect> dirty;
+        for (const QRect& part : event->region()) {
+            dirty.emplace_back(part.x(), height - part.y() - part.height(), part.width(),
+                               part.height());
+        }
+        view_->drawForeground(canvas, dirty);
     }
 
     void mousePressEvent(QMouseEvent* event) override
@@ -148,6 +189,7 @@ protected:
 
 private:
     std::unique_ptr<PanelView> view_;
+    QImage background_;
     std::function<void(std::size_t)> clicked_;
     bool clickable_ = false;
 };
@@ -177,7 +219,12 @@ public:
             return false;
         }
         sampleTimer_.stop();
-        return show(*look_, PanelContent::fromCycle(cycle), true);
+        PanelContent content = PanelContent::fromCycle(cycle);
+        // A step of the cycle only moves the selection: the window keeps its size and shape.
+        if (window_.takeSelectionOf(content)) {
+            return true;
+        }
+        return show(*look_, std::move(content), true);
     }
 
     void hideCycle() override { window_.hide(); }

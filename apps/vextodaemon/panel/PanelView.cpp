@@ -185,6 +185,56 @@ std::optional<std::size_t> PanelView::cycleIndexAt(Point point) const
     return std::nullopt;
 }
 
+std::optional<std::vector<Rect>> PanelView::takeSelectionOf(const PanelContent& content)
+{
+    const auto sameWindows = [](const PanelContent::Window& a, const PanelContent::Window& b) {
+        return a.title == b.title && a.cycleIndex == b.cycleIndex && a.icon == b.icon;
+    };
+    const auto sameApplication = [&](const PanelContent::Application& a,
+                                     const PanelContent::Application& b) {
+        return a.name == b.name && a.key == b.key && a.icon == b.icon &&
+               std::equal(a.windows.begin(), a.windows.end(), b.windows.begin(), b.windows.end(),
+                          sameWindows);
+    };
+    if (!std::equal(content_.applications.begin(), content_.applications.end(),
+                    content.applications.begin(), content.applications.end(), sameApplication)) {
+        return std::nullopt;
+    }
+    const std::size_t listedBefore = listedWindowCount();
+    std::vector<Rect> changed = {selectionRect(), windowListArea()};
+    const std::size_t previous = content_.selectedApplication;
+    content_.selectedApplication = content.selectedApplication;
+    content_.selectedWindow = content.selectedWindow;
+    if (listedWindowCount() != listedBefore) {
+        return std::nullopt; // the panel's height changes with the listed windows
+    }
+    setNeedsDisplay(true);
+    changed.push_back(selectionRect());
+    // The neighbours' badges and labels reach into the selection's area.
+    for (const std::size_t selected : {previous, content_.selectedApplication}) {
+        for (const std::size_t index : {selected - 1, selected, selected + 1}) {
+            if (index < content_.applications.size()) {
+                changed.push_back(itemArea(index));
+            }
+        }
+    }
+    return changed;
+}
+
+Rect PanelView::itemArea(std::size_t index) const
+{
+    const Rect item = itemRect(index);
+    const double badge = std::max(12.0, item_ * 0.32) * 0.25;
+    return Rect(item.minX() - gap_ / 2, item.minY() - labelHeight() - gap_ / 2,
+                item.width() + gap_ + badge, item.height() + labelHeight() + gap_ + badge);
+}
+
+Rect PanelView::windowListArea() const
+{
+    const std::size_t rows = listedWindowCount();
+    return rows == 0 ? Rect() : windowRowRect(0).unionWith(windowRowRect(rows - 1));
+}
+
 Font PanelView::textFont(double size) const
 {
     return look_.font ? look_.font->withSize(size) : Font::systemFontOfSize(size);
@@ -219,23 +269,43 @@ std::string PanelView::fitted(const std::string& text, double width, const Font&
     return (low == 0 ? std::string() : text.substr(0, ends[low - 1])) + ellipsis;
 }
 
-void PanelView::drawRect(Canvas& canvas, const Rect&)
+void PanelView::drawRect(Canvas& canvas, const Rect& dirty)
+{
+    drawBackground(canvas);
+    drawForeground(canvas, {dirty});
+}
+
+void PanelView::drawBackground(Canvas& canvas) const
 {
     canvas.saveGraphicsState();
-    canvas.setShouldSmoothFonts(look_.smoothFonts);
     drawPanel(canvas);
-    if (content_.selected() != nullptr) {
+    canvas.restoreGraphicsState();
+}
+
+void PanelView::drawForeground(Canvas& canvas, const std::vector<Rect>& dirty) const
+{
+    const auto meets = [&](const Rect& area) {
+        return std::any_of(dirty.begin(), dirty.end(),
+                           [&](const Rect& d) { return !area.intersection(d).isEmpty(); });
+    };
+    canvas.saveGraphicsState();
+    canvas.setShouldSmoothFonts(look_.smoothFonts);
+    if (content_.selected() != nullptr && meets(selectionRect())) {
         drawSelection(canvas);
     }
     for (std::size_t index = 0; index < content_.applications.size(); ++index) {
-        drawItem(canvas, index);
+        if (meets(itemArea(index))) {
+            drawItem(canvas, index);
+        }
     }
     if (look_.shortcutBadges && showsIcons()) {
         for (std::size_t index = 0; index < content_.applications.size(); ++index) {
-            drawBadge(canvas, index);
+            if (meets(itemArea(index))) {
+                drawBadge(canvas, index);
+            }
         }
     }
-    drawWindowNames(canvas);
+    drawWindowNames(canvas, dirty);
     canvas.restoreGraphicsState();
 }
 
@@ -331,7 +401,7 @@ void PanelView::drawBadge(Canvas& canvas, std::size_t index) const
                     TextAlignment::Center);
 }
 
-void PanelView::drawWindowNames(Canvas& canvas) const
+void PanelView::drawWindowNames(Canvas& canvas, const std::vector<Rect>& dirty) const
 {
     const PanelContent::Application* selected = content_.selected();
     if (selected == nullptr) {
@@ -345,6 +415,10 @@ void PanelView::drawWindowNames(Canvas& canvas) const
     const std::size_t first = firstListedWindow();
     for (std::size_t line = 0; line < listedWindowCount(); ++line) {
         const Rect row = windowRowRect(line);
+        if (std::none_of(dirty.begin(), dirty.end(),
+                         [&](const Rect& d) { return !row.intersection(d).isEmpty(); })) {
+            continue;
+        }
         const bool chosen = first + line == content_.selectedWindow;
         if (chosen) {
             // The selected window's row is highlighted like the selected application.

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace vexto {
 
@@ -45,7 +46,17 @@ public:
     // application stands for its first window.
     std::optional<std::size_t> cycleIndexAt(Point point) const;
 
+    // Moves the selection within the same content, as a step of a cycle does, and answers the
+    // part of the picture that changed; none when the content differs in more than its
+    // selection, so that the view must be made anew.
+    std::optional<std::vector<Rect>> takeSelectionOf(const PanelContent& content);
+
     void drawRect(Canvas& canvas, const Rect& dirtyRect) override;
+    // The two layers of the picture: the panel itself with its shadow, which stays the same for
+    // a whole cycle, and what lies on it.
+    void drawBackground(Canvas& canvas) const;
+    // Only what meets `dirty`: a step redraws two items and the list.
+    void drawForeground(Canvas& canvas, const std::vector<Rect>& dirty) const;
 
 private:
     Font textFont(double size) const;
@@ -59,7 +70,10 @@ private:
     void drawSelection(Canvas& canvas) const;
     void drawItem(Canvas& canvas, std::size_t index) const;
     void drawBadge(Canvas& canvas, std::size_t index) const;
-    void drawWindowNames(Canvas& canvas) const;
+    void drawWindowNames(Canvas& canvas, const std::vector<Rect>& dirty) const;
+    // An item with its label and badge.
+    Rect itemArea(std::size_t index) const;
+    Rect windowListArea() const;
     void drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
                          const Rect& icon) const;
     // An image of a window's or application's own pixels, made once per picture.
