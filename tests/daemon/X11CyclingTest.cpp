@@ -448,6 +448,36 @@ TEST_F(X11CyclingTest, IconsComeFromTheWindowsOwnPropertyInTheNearestSizeAndFoll
     }));
 }
 
+// Super moves from Mod4 to Mod3, as a user's xmodmap may move it: the hot keys follow.
+TEST_F(X11CyclingTest, AChangedModifierMapIsFollowedByTheGrabs)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two"});
+    focus(ids[0]);
+    focus(ids[1]);
+    startDaemon(superTab());
+    auto* map =
+        xcb_get_modifier_mapping_reply(observer, xcb_get_modifier_mapping(observer), nullptr);
+    ASSERT_NE(map, nullptr);
+    const int perModifier = map->keycodes_per_modifier;
+    std::vector<xcb_keycode_t> keys(xcb_get_modifier_mapping_keycodes(map),
+                                    xcb_get_modifier_mapping_keycodes(map) + 8 * perModifier);
+    std::free(map);
+    for (int at = 0; at < perModifier; ++at) {
+        std::swap(keys[std::size_t(5 * perModifier + at)], keys[std::size_t(6 * perModifier + at)]);
+    }
+    auto* set = xcb_set_modifier_mapping_reply(
+        observer, xcb_set_modifier_mapping(observer, std::uint8_t(perModifier), keys.data()),
+        nullptr);
+    ASSERT_NE(set, nullptr);
+    EXPECT_EQ(set->status, XCB_MAPPING_STATUS_SUCCESS);
+    std::free(set);
+    loop.runFor(0.3);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[0]));
+}
+
 TEST_F(X11CyclingTest, FrontmostWindowKeysActOnItAndLockKeysMatterOnlyWhereAsked)
 {
     const auto ids = openWindows({"Alpha:one", "Beta:two"});
