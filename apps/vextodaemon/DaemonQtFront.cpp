@@ -2,6 +2,7 @@
 // never takes the focus and takes clicks only on its items, and a sample drawn into a picture.
 #include "DaemonQtFront.hpp"
 
+#include "ThemeIcons.hpp"
 #include "cycling/WindowCycle.hpp"
 #include "panel/PanelPresenter.hpp"
 #include "panel/PanelView.hpp"
@@ -220,6 +221,9 @@ public:
         }
         sampleTimer_.stop();
         PanelContent content = PanelContent::fromCycle(cycle);
+        if (look_->iconMode != 0) {
+            themeIcons_.fill(content, look_->itemSize);
+        }
         // A step of the cycle only moves the selection: the window keeps its size and shape.
         if (window_.takeSelectionOf(content)) {
             return true;
@@ -277,6 +281,7 @@ private:
     QtTextMetrics metrics_;
     EwmhProcessWindows windows_;
     std::optional<PanelAppearance> look_;
+    ThemeIcons themeIcons_;
 };
 
 } // namespace
