@@ -121,7 +121,6 @@ std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
 std::vector<std::uint64_t> X11ClientList::clientListChanged()
 {
     std::vector<xcb_window_t> listed = stacking();
-    fprintf(stderr, "LISTED %zu\n", listed.size());
     std::vector<std::uint64_t> gone;
     std::erase_if(recent_, [&](xcb_window_t window) {
         if (std::find(listed.begin(), listed.end(), window) != listed.end()) {

@@ -102,7 +102,6 @@ void X11WindowSystem::dispatch()
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event)
 {
-    fprintf(stderr, "EV %d\n", event.response_type);
     switch (event.response_type & 0x7F) {
     case XCB_KEY_PRESS:
         keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
