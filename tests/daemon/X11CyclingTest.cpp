@@ -448,6 +448,36 @@ TEST_F(X11CyclingTest, IconsComeFromTheWindowsOwnPropertyInTheNearestSizeAndFoll
     }));
 }
 
+TEST_F(X11CyclingTest, WithExactMatchesAKeyRecordedWithTheLeftSuperIgnoresTheRightOne)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two"});
+    focus(ids[0]);
+    focus(ids[1]);
+    PlistDictionary settings = superTab();
+    settings["Cycle All Windows"] = PlistDictionary{
+        {"Forward", hotKey(virtualTab, Event::commandKeyMask | Event::leftCommandKeyMask)}};
+    settings["Require Exact Modifier Key Matches"] = true;
+    startDaemon(settings);
+    constexpr xcb_keycode_t rightSuperKey = 134;
+    press(rightSuperKey);
+    tap(tabKey);
+    release(rightSuperKey);
+    loop.runFor(0.3);
+    EXPECT_EQ(active(), ids[1]);
+    press(superKey);
+    tap(tabKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[0]));
+
+    // Without exact matches either side will do.
+    settings["Require Exact Modifier Key Matches"] = false;
+    useSettings(settings);
+    press(rightSuperKey);
+    tap(tabKey);
+    release(rightSuperKey);
+    EXPECT_TRUE(becomesActive(ids[1]));
+}
+
 // Super moves from Mod4 to Mod3, as a user's xmodmap may move it: the hot keys follow.
 TEST_F(X11CyclingTest, AChangedModifierMapIsFollowedByTheGrabs)
 {
