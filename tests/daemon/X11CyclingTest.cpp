@@ -478,6 +478,46 @@ TEST_F(X11CyclingTest, WithExactMatchesAKeyRecordedWithTheLeftSuperIgnoresTheRig
     EXPECT_TRUE(becomesActive(ids[1]));
 }
 
+// The test plays a window manager that keeps only _NET_CLIENT_LIST, and changes the active
+// window itself: the order of use follows each change.
+TEST_F(X11CyclingTest, TheOrderOfUseFollowsTheActiveWindowWhereOnlyTheClientListIsKept)
+{
+    manager->stop();
+    xcb_delete_property(observer, root(), ewmh._NET_CLIENT_LIST);
+    xcb_delete_property(observer, root(), ewmh._NET_CLIENT_LIST_STACKING);
+    std::vector<xcb_window_t> made;
+    for (const char* name : {"One", "Two", "Three"}) {
+        const xcb_window_t window = xcb_generate_id(observer);
+        xcb_create_window(observer, XCB_COPY_FROM_PARENT, window, root(), 0, 0, 10, 10, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        const std::string classes = std::string(name) + '\0' + name + '\0';
+        xcb_change_property(observer, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
+                            XCB_ATOM_STRING, 8, std::uint32_t(classes.size()), classes.data());
+        made.push_back(window);
+    }
+    xcb_ewmh_set_client_list(&ewmh, 0, std::uint32_t(made.size()), made.data());
+    xcb_ewmh_set_active_window(&ewmh, 0, made[2]);
+    xcb_flush(observer);
+    startDaemon(superTab());
+    const auto order = [&] {
+        std::vector<std::uint64_t> ids;
+        for (const CycleWindow& window : windows->windowsInRecentOrder()) {
+            ids.push_back(window.id);
+        }
+        return ids;
+    };
+    ASSERT_TRUE(waitFor([&] { return order().size() == 3; }));
+    EXPECT_EQ(order().front(), made[2]);
+    xcb_ewmh_set_active_window(&ewmh, 0, made[0]);
+    xcb_flush(observer);
+    EXPECT_TRUE(waitFor([&] {
+        return order() == std::vector<std::uint64_t>{made[0], made[2], made[1]};
+    }));
+    xcb_ewmh_set_client_list(&ewmh, 0, 2, made.data());
+    xcb_flush(observer);
+    EXPECT_TRUE(waitFor([&] { return order() == std::vector<std::uint64_t>{made[0], made[1]}; }));
+}
+
 // Super moves from Mod4 to Mod3, as a user's xmodmap may move it: the hot keys follow.
 TEST_F(X11CyclingTest, AChangedModifierMapIsFollowedByTheGrabs)
 {

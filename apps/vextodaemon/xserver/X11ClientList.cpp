@@ -94,15 +94,18 @@ X11ClientList::X11ClientList(XcbConnection& connection) : connection_(connection
 std::vector<xcb_window_t> X11ClientList::stacking() const
 {
     xcb_ewmh_connection_t& ewmh = connection_.ewmh();
-    auto reply = owned(
-        xcb_get_property_reply(connection_.get(),
-                               ask(connection_.get(), connection_.root(),
-                                   ewmh._NET_CLIENT_LIST_STACKING, XCB_ATOM_WINDOW, mostWindows),
-                               nullptr));
-    if (!reply) {
-        return {};
+    // Some window managers keep only the list in the order of mapping; it serves as well, as
+    // the order of use is the daemon's own.
+    for (const xcb_atom_t list : {ewmh._NET_CLIENT_LIST_STACKING, ewmh._NET_CLIENT_LIST}) {
+        auto reply = owned(xcb_get_property_reply(
+            connection_.get(),
+            ask(connection_.get(), connection_.root(), list, XCB_ATOM_WINDOW, mostWindows),
+            nullptr));
+        if (reply && reply->type == XCB_ATOM_WINDOW) {
+            return valuesOf<xcb_window_t>(*reply);
+        }
     }
-    return valuesOf<xcb_window_t>(*reply);
+    return {};
 }
 
 std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
