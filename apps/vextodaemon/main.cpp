@@ -27,6 +27,7 @@
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/ProcessRegister.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
+#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "settings/LayeredSettings.hpp"
 #include "xserver/X11WindowSystem.hpp"
 
@@ -127,9 +128,12 @@ int runDaemon(RunLoop& loop, DescriptorWatcher& watcher, PanelPresenter* present
     DBusDistributedNotificationCenter center(watcher);
     DaemonService daemon(center, bundlePath(), presenter, &fonts);
     std::unique_ptr<X11WindowSystem> windows = windowSystem(loop, watcher);
+    std::unique_ptr<XkbKeyboardLayout> keyboard;
     std::unique_ptr<CycleController> cycles;
     if (windows) {
         cycles = std::make_unique<CycleController>(loop, *windows, presenter);
+        keyboard = XkbKeyboardLayout::fromXServer();
+        cycles->setKeyboardLayout(keyboard.get());
         windows->setController(cycles.get());
         // As every X client does, the daemon ends with its display.
         windows->setConnectionLostHandler([&] { daemon.quit("lost the X display"); });

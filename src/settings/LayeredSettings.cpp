@@ -51,6 +51,12 @@ const PlistDictionary* LayeredSettings::dictionary(std::string_view key) const
     return found != nullptr ? found->asDictionary() : nullptr;
 }
 
+const PlistArray* LayeredSettings::array(std::string_view key) const
+{
+    const PlistValue* found = value(key, [](const PlistValue& v) { return v.isArray(); });
+    return found != nullptr ? found->asArray() : nullptr;
+}
+
 std::optional<Color> LayeredSettings::color(std::string_view key) const
 {
     for (const PlistDictionary* layer : {&settings_, &defaults_}) {

@@ -26,6 +26,7 @@ public:
     std::optional<std::int64_t> integer(std::string_view key) const;
     const std::string* string(std::string_view key) const;
     const PlistDictionary* dictionary(std::string_view key) const;
+    const PlistArray* array(std::string_view key) const;
     // From the colour's archived data.
     std::optional<Color> color(std::string_view key) const;
     Color color(std::string_view key, const Color& fallback) const

@@ -7,6 +7,7 @@
 #include "cycling/WindowSystem.hpp"
 #include "foundation/DictionaryExtensions.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
+#include "ports/KeyboardLayout.hpp"
 #include "settings/LayeredSettings.hpp"
 #include "settings/SettingKeys.hpp"
 #include "toolkit/Event.hpp"
@@ -42,6 +43,8 @@ public:
 
     std::vector<CycleWindow> windowsInRecentOrder() const override { return windows; }
     std::optional<std::uint64_t> activeWindow() const override { return windows.front().id; }
+    std::optional<std::uint32_t> currentDesktop() const override { return desktop; }
+    std::uint32_t desktop = 0;
     bool grabKeyboard(std::uint32_t) override { return grabbed = keyboardFree; }
     void ungrabKeyboard(std::uint32_t) override { grabbed = false; }
     void activate(const CycleWindow& window, std::uint32_t) override
@@ -197,6 +200,61 @@ TEST_F(CycleControllerTest, AHotKeyWithoutModifiersLeavesThePanelUpUnlessActivat
     EXPECT_EQ(windows.activated.size(), 3u);
 }
 
+// Keys type their US letters and digits, as a layout would tell.
+class UsLetters final : public KeyboardLayout {
+public:
+    std::optional<char16_t> characterForKeyCode(std::uint16_t keyCode) const override
+    {
+        switch (keyCode) {
+        case 0x12:
+            return u'1';
+        case 0x13:
+            return u'2';
+        case 0x00:
+            return u'a';
+        default:
+            return std::nullopt;
+        }
+    }
+};
+
+TEST_F(CycleControllerTest, TypingABadgeActivatesItsApplicationAndOtherDesktopsCanBeLeftOut)
+{
+    UsLetters layout;
+    cycles.setKeyboardLayout(&layout);
+    windows.windows = {{1, "a", "A", "one", false, 0, nullptr},
+                       {2, "b", "B", "two", false, 1, nullptr},
+                       {3, "a", "A", "three", false, 0, nullptr},
+                       {4, "c", "C", "four", false, std::nullopt, nullptr}};
+    cycles.hotKeyPressed(altTab, 10);
+    cycles.keyPressed(0x13, option, 11); // "2": the second application, B
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+    EXPECT_FALSE(cycles.isCycling());
+    cycles.hotKeyPressed(altTab, 12);
+    cycles.keyPressed(0x00, option, 13); // "a": the tenth, which is not there
+    EXPECT_TRUE(cycles.isCycling());
+    cycles.cancel(14);
+
+    settings.shortcutBadges = false;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(altTab, 20);
+    cycles.keyPressed(0x12, option, 21);
+    EXPECT_TRUE(cycles.isCycling()) << "badges that are not shown cannot be typed";
+    cycles.cancel(22);
+
+    // Not across desktops: desktop 0's windows and those on every desktop.
+    settings.switchAcrossSpaces = false;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(altTab, 30);
+    ASSERT_TRUE(cycles.cycle());
+    std::vector<std::uint64_t> offered;
+    for (const CycleWindow& window : cycles.cycle()->items()) {
+        offered.push_back(window.id);
+    }
+    EXPECT_EQ(offered, (std::vector<std::uint64_t>{1, 3, 4}));
+    cycles.cancel(31);
+}
+
 TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveACycleBehind)
 {
     cycles.hotKeyPressed(altTab, 10);
@@ -264,7 +322,16 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
     EXPECT_FALSE(defaults.activateOnNoModifiers);
     EXPECT_DOUBLE_EQ(defaults.panelDelaySeconds, 0.2);
 
+    EXPECT_TRUE(defaults.switchAcrossSpaces);
+    EXPECT_TRUE(defaults.shortcutBadges);
+    EXPECT_TRUE(defaults.options.leftOutApplications.empty());
+
     const PlistDictionary chosen = {{std::string(keys::stepForwardInitially), false},
+                                    {std::string(keys::switchAcrossSpaces), false},
+                                    {std::string(keys::showShortcutBadges), false},
+                                    {std::string(keys::applicationExceptions),
+                                     PlistArray{"Mail", " Terminal", 7, PlistDictionary{}}},
+                                    {std::string(keys::windowExceptions), "not a list"},
                                     {std::string(keys::wrapAroundScrolling), "NO"},
                                     {std::string(keys::activateOnNoModifiers), true},
                                     {std::string(keys::panelDelay), 999999}};
@@ -273,6 +340,10 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
     EXPECT_FALSE(user.options.wrapAround);
     EXPECT_TRUE(user.activateOnNoModifiers);
     EXPECT_DOUBLE_EQ(user.panelDelaySeconds, 5.0);
+    EXPECT_FALSE(user.switchAcrossSpaces);
+    EXPECT_FALSE(user.shortcutBadges);
+    EXPECT_EQ(user.options.leftOutApplications, (std::vector<std::string>{"Mail", " Terminal"}));
+    EXPECT_TRUE(user.options.leftOutTitles.empty());
 
     // With neither file the code's own defaults hold.
     const CycleSettings bare = CycleSettings::fromSettings(LayeredSettings(none, none));

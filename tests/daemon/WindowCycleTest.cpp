@@ -126,5 +126,33 @@ TEST(WindowCycleTest, StepsWrapAroundOnlyWhenAskedAndStayOnTheSameWindowWhenOneG
     EXPECT_EQ(shrinking.selected(), nullptr);
 }
 
+TEST(WindowCycleTest, ExceptionsAsTypedAndTheCurrentDesktopLeaveWindowsOut)
+{
+    const auto windows = desk();
+    WindowCycle::Options options;
+    // "Mail, Terminal," as typed in the pane: the blank and the empty last name do not count.
+    options.leftOutApplications = {"MAIL", " Terminal", ""};
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{2, 5}));
+    options.leftOutApplications.clear();
+    options.leftOutTitles = {"news ", "build"};
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{1, 4, 5}));
+    // A title that merely contains a left-out one stays.
+    options.leftOutTitles = {"New"};
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options)).size(), 5u);
+    options.leftOutTitles.clear();
+    options.desktop = 1;
+    EXPECT_EQ(ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options)),
+              (std::vector<std::uint64_t>{4, 5}))
+        << "a window shown on every desktop stays";
+}
+
+TEST(WindowCycleTest, EachApplicationIsNumberedByItsFirstWindow)
+{
+    const WindowCycle cycle(desk(), 1, A::CycleAllWindows, S::Forward, {});
+    EXPECT_EQ(cycle.firstWindowOfEachApplication(), (std::vector<std::size_t>{0, 1, 3}));
+}
+
 } // namespace
 } // namespace vexto

@@ -5,6 +5,7 @@
 #include "cycling/HotKeyBindings.hpp"
 #include "foundation/Log.hpp"
 #include "platform/linux/PollRunLoop.hpp"
+#include "platform/linux/XkbKeyboardLayout.hpp"
 #include "settings/LayeredSettings.hpp"
 #include "toolkit/Event.hpp"
 #include "xserver/X11WindowSystem.hpp"
@@ -125,6 +126,8 @@ protected:
         windows = X11WindowSystem::open(loop, loop, server.display(), problem);
         ASSERT_TRUE(windows) << problem;
         controller = std::make_unique<CycleController>(loop, *windows, &panel);
+        keyboard = XkbKeyboardLayout::fromXServer(server.display());
+        controller->setKeyboardLayout(keyboard.get());
         windows->setController(controller.get());
         useSettings(settings);
     }
@@ -231,6 +234,7 @@ protected:
     PollRunLoop loop;
     CountingPanel panel;
     std::unique_ptr<X11WindowSystem> windows;
+    std::unique_ptr<XkbKeyboardLayout> keyboard;
     std::unique_ptr<CycleController> controller;
     std::vector<std::unique_ptr<test::ChildProcess>> clients;
     std::vector<std::string> logged;
@@ -516,6 +520,43 @@ TEST_F(X11CyclingTest, TheOrderOfUseFollowsTheActiveWindowWhereOnlyTheClientList
     xcb_ewmh_set_client_list(&ewmh, 0, 2, made.data());
     xcb_flush(observer);
     EXPECT_TRUE(waitFor([&] { return order() == std::vector<std::uint64_t>{made[0], made[1]}; }));
+}
+
+TEST_F(X11CyclingTest, OtherDesktopsAreLeftOutWhenAskedAndATypedBadgeSwitchesAtOnce)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two", "Gamma:three:desktop=1"});
+    focus(ids[0]);
+    focus(ids[1]);
+    PlistDictionary settings = superTab();
+    settings["Switch Across Spaces"] = false;
+    settings["Show Shortcut Badges"] = true;
+    startDaemon(settings);
+    press(superKey);
+    tap(tabKey);
+    ASSERT_TRUE(controller->isCycling());
+    std::vector<std::uint64_t> offered;
+    for (const CycleWindow& window : controller->cycle()->items()) {
+        offered.push_back(window.id);
+    }
+    EXPECT_EQ(offered, (std::vector<std::uint64_t>{ids[1], ids[0]}));
+    // "1" picks the first application, Beta, the active one: typing its badge goes back to it.
+    constexpr xcb_keycode_t oneKey = 10;
+    tap(oneKey);
+    EXPECT_FALSE(controller->isCycling());
+    release(superKey);
+    loop.runFor(0.2);
+    EXPECT_EQ(active(), ids[1]);
+
+    settings["Switch Across Spaces"] = true;
+    useSettings(settings);
+    press(superKey);
+    tap(tabKey);
+    ASSERT_TRUE(controller->isCycling());
+    EXPECT_EQ(controller->cycle()->items().size(), 3u);
+    constexpr xcb_keycode_t threeKey = 12;
+    tap(threeKey);
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[2]));
 }
 
 // Super moves from Mod4 to Mod3, as a user's xmodmap may move it: the hot keys follow.

@@ -3,6 +3,7 @@
 #include "cycling/CyclePanel.hpp"
 #include "cycling/WindowSystem.hpp"
 #include "foundation/Log.hpp"
+#include "ports/KeyboardLayout.hpp"
 #include "ports/RunLoop.hpp"
 #include "toolkit/Event.hpp"
 
@@ -56,9 +57,13 @@ void CycleController::hotKeyPressed(const HotKeyBinding& binding, std::uint32_t 
         keyPressed(binding.keyCode, binding.modifiers, time);
         return;
     }
+    WindowCycle::Options options = settings_.options;
+    if (!settings_.switchAcrossSpaces) {
+        options.desktop = windows_.currentDesktop();
+    }
     auto cycle =
         std::make_unique<WindowCycle>(windows_.windowsInRecentOrder(), windows_.activeWindow(),
-                                      binding.action, binding.direction, settings_.options);
+                                      binding.action, binding.direction, options);
     if (cycle->isEmpty()) {
         return; // nothing to offer: the key does nothing, as an empty switcher would
     }
@@ -109,6 +114,10 @@ void CycleController::keyPressed(std::uint16_t keyCode, std::uint64_t modifiers,
     default:
         if (const auto step = stepOfKey(keyCode, modifiers)) {
             cycle_->step(*step);
+        } else if (const auto badge = badgeOfKey(keyCode)) {
+            cycle_->select(*badge);
+            activateSelection(time);
+            return;
         } else {
             return;
         }
@@ -226,6 +235,27 @@ std::optional<StepDirection> CycleController::stepOfKey(std::uint16_t keyCode,
     return (modifiers & Event::shiftKeyMask) != 0 && (forward->modifiers & Event::shiftKeyMask) == 0
                ? StepDirection::Backward
                : StepDirection::Forward;
+}
+
+std::optional<std::size_t> CycleController::badgeOfKey(std::uint16_t keyCode) const
+{
+    if (!settings_.shortcutBadges || layout_ == nullptr) {
+        return std::nullopt;
+    }
+    const auto typed = layout_->characterForKeyCode(keyCode);
+    if (!typed) {
+        return std::nullopt;
+    }
+    std::size_t badge = 0;
+    if (*typed >= u'1' && *typed <= u'9') {
+        badge = std::size_t(*typed - u'1');
+    } else if (*typed >= u'a' && *typed <= u'z') {
+        badge = 9 + std::size_t(*typed - u'a');
+    } else {
+        return std::nullopt;
+    }
+    const auto firsts = cycle_->firstWindowOfEachApplication();
+    return badge < firsts.size() ? std::optional(firsts[badge]) : std::nullopt;
 }
 
 std::uint64_t CycleController::holdingModifiers() const

@@ -12,6 +12,7 @@
 namespace vexto {
 
 class CyclePanel;
+class KeyboardLayout;
 class RunLoop;
 class WindowSystem;
 
@@ -30,6 +31,8 @@ public:
     void setSettings(const CycleSettings& settings) { settings_ = settings; }
     // The hot keys, so that a press of one during a cycle steps it.
     void setBindings(std::vector<HotKeyBinding> bindings) { bindings_ = std::move(bindings); }
+    // What a key types, for the badges; without one no badge can be typed.
+    void setKeyboardLayout(const KeyboardLayout* layout) { layout_ = layout; }
 
     bool isCycling() const { return cycle_ != nullptr; }
     const WindowCycle* cycle() const { return cycle_.get(); }
@@ -54,6 +57,8 @@ private:
     void showPanel();
     void redraw();
     std::optional<StepDirection> stepOfKey(std::uint16_t keyCode, std::uint64_t modifiers) const;
+    // The cycle index of the application whose badge the key types.
+    std::optional<std::size_t> badgeOfKey(std::uint16_t keyCode) const;
     // The modifiers whose release ends the cycle.
     std::uint64_t holdingModifiers() const;
 
@@ -62,6 +67,7 @@ private:
     CyclePanel* panel_;
     CycleSettings settings_;
     std::vector<HotKeyBinding> bindings_;
+    const KeyboardLayout* layout_ = nullptr;
     std::unique_ptr<WindowCycle> cycle_;
     HotKeyBinding started_;
     bool panelShown_ = false;

@@ -15,6 +15,10 @@ struct CycleSettings {
     // Without modifiers: releasing the hot key activates at once instead of leaving the panel up
     // until Return, a click or Escape.
     bool activateOnNoModifiers = false;
+    // Off: a cycle offers only the current desktop's windows.
+    bool switchAcrossSpaces = true;
+    // Typing an application's badge, "1" to "9" then "a" to "z", activates it.
+    bool shortcutBadges = true;
 
     static CycleSettings fromSettings(const LayeredSettings& settings);
 };

@@ -1,6 +1,8 @@
 #include "cycling/WindowCycle.hpp"
 
 #include <algorithm>
+#include <cctype>
+#include <string_view>
 
 namespace vexto {
 
@@ -13,7 +15,36 @@ bool ofFrontmostApplication(DaemonAction mode)
            mode == DaemonAction::CycleMinimizedWindowsOfFrontmostApplication;
 }
 
+// Without case (ASCII letters) and without the blanks around it, as "Firefox, Terminal" is typed.
+std::string comparable(std::string_view text)
+{
+    const auto first = text.find_first_not_of(" \t");
+    const auto last = text.find_last_not_of(" \t");
+    std::string out(first == std::string_view::npos ? std::string_view()
+                                                    : text.substr(first, last - first + 1));
+    std::transform(out.begin(), out.end(), out.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return out;
+}
+
+bool named(const std::vector<std::string>& names, const std::string& name)
+{
+    const std::string wanted = comparable(name);
+    return !wanted.empty() && std::any_of(names.begin(), names.end(), [&](const std::string& n) {
+        return comparable(n) == wanted;
+    });
+}
+
 } // namespace
+
+bool WindowCycle::offers(const Options& options, const CycleWindow& window)
+{
+    if (options.desktop && window.desktop && *window.desktop != *options.desktop) {
+        return false;
+    }
+    return !named(options.leftOutApplications, window.applicationName) &&
+           !named(options.leftOutTitles, window.title);
+}
 
 bool WindowCycle::offers(DaemonAction mode, const CycleWindow& window)
 {
@@ -41,7 +72,7 @@ WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
         return; // no frontmost program, nothing of it to offer
     }
     for (const CycleWindow& window : recentFirst) {
-        if (offers(mode, window) &&
+        if (offers(mode, window) && offers(options_, window) &&
             (!onlyFrontmost || window.applicationKey == activeWindow->applicationKey)) {
             items_.push_back(window);
         }
@@ -65,6 +96,20 @@ WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
 const CycleWindow* WindowCycle::selected() const
 {
     return selected_ ? &items_[*selected_] : nullptr;
+}
+
+std::vector<std::size_t> WindowCycle::firstWindowOfEachApplication() const
+{
+    std::vector<std::size_t> firsts;
+    for (std::size_t index = 0; index < items_.size(); ++index) {
+        const bool seen = std::any_of(firsts.begin(), firsts.end(), [&](std::size_t first) {
+            return items_[first].applicationKey == items_[index].applicationKey;
+        });
+        if (!seen) {
+            firsts.push_back(index);
+        }
+    }
+    return firsts;
 }
 
 void WindowCycle::step(StepDirection direction)

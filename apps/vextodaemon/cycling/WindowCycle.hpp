@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vexto {
@@ -18,6 +19,12 @@ public:
         // press and release goes back to the window used before.
         bool stepForwardInitially = true;
         bool wrapAround = true;
+        // Only the windows of this desktop, and those shown on every desktop; none: all.
+        std::optional<std::uint32_t> desktop = std::nullopt;
+        // Left out: applications by name and windows by title, as the user typed them; compared
+        // without case and without the blanks around them.
+        std::vector<std::string> leftOutApplications = {};
+        std::vector<std::string> leftOutTitles = {};
     };
 
     // `recentFirst` holds every window, the most recently used first; `active` is the window
@@ -31,6 +38,10 @@ public:
     std::optional<std::size_t> selectedIndex() const { return selected_; }
     const CycleWindow* selected() const;
 
+    // The place of each application's first window, applications in the order their first
+    // windows come: the order the panel shows them in and numbers their badges.
+    std::vector<std::size_t> firstWindowOfEachApplication() const;
+
     void step(StepDirection direction);
     void selectFirst();
     void selectLast();
@@ -40,6 +51,7 @@ public:
     void remove(std::uint64_t id);
 
     static bool offers(DaemonAction mode, const CycleWindow& window);
+    static bool offers(const Options& options, const CycleWindow& window);
 
 private:
     std::vector<CycleWindow> items_;

@@ -18,6 +18,7 @@ public:
     // Every window a switcher should offer, the most recently used first.
     virtual std::vector<CycleWindow> windowsInRecentOrder() const = 0;
     virtual std::optional<std::uint64_t> activeWindow() const = 0;
+    virtual std::optional<std::uint32_t> currentDesktop() const = 0;
 
     // The whole keyboard for the daemon while a cycle is up, so that the release of the
     // modifiers is seen wherever the focus is. False when another program holds it.

@@ -44,6 +44,10 @@ public:
 
     std::vector<CycleWindow> windowsInRecentOrder() const override;
     std::optional<std::uint64_t> activeWindow() const override;
+    std::optional<std::uint32_t> currentDesktop() const override
+    {
+        return clients_.currentDesktop();
+    }
     bool grabKeyboard(std::uint32_t time) override;
     void ungrabKeyboard(std::uint32_t time) override;
     void activate(const CycleWindow& window, std::uint32_t time) override;
