@@ -332,6 +332,8 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
                                     {std::string(keys::applicationExceptions),
                                      PlistArray{"Mail", " Terminal", 7, PlistDictionary{}}},
                                     {std::string(keys::windowExceptions), "not a list"},
+                                    {std::string(keys::applicationsSortOrder), 0},
+                                    {std::string(keys::invertApplicationsSortOrder), true},
                                     {std::string(keys::wrapAroundScrolling), "NO"},
                                     {std::string(keys::activateOnNoModifiers), true},
                                     {std::string(keys::panelDelay), 999999}};
@@ -344,6 +346,24 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
     EXPECT_FALSE(user.shortcutBadges);
     EXPECT_EQ(user.options.leftOutApplications, (std::vector<std::string>{"Mail", " Terminal"}));
     EXPECT_TRUE(user.options.leftOutTitles.empty());
+    EXPECT_EQ(user.options.applicationOrder, WindowCycle::ApplicationOrder::Name);
+    EXPECT_TRUE(user.options.invertApplicationOrder);
+    EXPECT_EQ(defaults.options.applicationOrder, WindowCycle::ApplicationOrder::RecentUse);
+    EXPECT_FALSE(defaults.options.invertApplicationOrder);
+    // Each tag of the pane's pop-up, and one it does not have.
+    const std::pair<int, WindowCycle::ApplicationOrder> tags[] = {
+        {0, WindowCycle::ApplicationOrder::Name},
+        {1, WindowCycle::ApplicationOrder::LaunchDate},
+        {2, WindowCycle::ApplicationOrder::WindowCount},
+        {3, WindowCycle::ApplicationOrder::RecentUse},
+        {9, WindowCycle::ApplicationOrder::RecentUse}};
+    for (const auto& [tag, order] : tags) {
+        const PlistDictionary sorted = {{std::string(keys::applicationsSortOrder), tag}};
+        EXPECT_EQ(
+            CycleSettings::fromSettings(LayeredSettings(sorted, *shipped)).options.applicationOrder,
+            order)
+            << tag;
+    }
 
     // With neither file the code's own defaults hold.
     const CycleSettings bare = CycleSettings::fromSettings(LayeredSettings(none, none));

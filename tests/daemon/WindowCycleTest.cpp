@@ -148,6 +148,36 @@ TEST(WindowCycleTest, ExceptionsAsTypedAndTheCurrentDesktopLeaveWindowsOut)
         << "a window shown on every desktop stays";
 }
 
+TEST(WindowCycleTest, EachApplicationOrderKeepsAnApplicationsWindowsTogetherInTheirOrderOfUse)
+{
+    auto windows = desk();
+    // Mapped first: the browser, then mail, then the terminal.
+    for (auto& [id, order] : std::vector<std::pair<std::uint64_t, std::uint32_t>>{
+             {1, 5}, {2, 0}, {3, 2}, {4, 1}, {5, 4}}) {
+        windows[id - 1].mappedOrder = order;
+    }
+    using O = WindowCycle::ApplicationOrder;
+    const auto ordered = [&](O order, bool invert) {
+        WindowCycle::Options options;
+        options.applicationOrder = order;
+        options.invertApplicationOrder = invert;
+        return ids(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, options));
+    };
+    EXPECT_EQ(ordered(O::RecentUse, false), (std::vector<std::uint64_t>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(ordered(O::RecentUse, true), (std::vector<std::uint64_t>{4, 2, 5, 1, 3}));
+    EXPECT_EQ(ordered(O::Name, false), (std::vector<std::uint64_t>{2, 5, 4, 1, 3}));
+    EXPECT_EQ(ordered(O::Name, true), (std::vector<std::uint64_t>{1, 3, 4, 2, 5}));
+    EXPECT_EQ(ordered(O::LaunchDate, false), (std::vector<std::uint64_t>{2, 5, 4, 1, 3}));
+    EXPECT_EQ(ordered(O::WindowCount, false), (std::vector<std::uint64_t>{1, 3, 2, 5, 4}));
+
+    // The first step still moves on from the focused window, wherever the order puts it.
+    WindowCycle::Options byName;
+    byName.applicationOrder = O::Name;
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Forward, byName)), 3u);
+    EXPECT_EQ(selectedId(WindowCycle(windows, 1, A::CycleAllWindows, S::Backward, byName)), 4u);
+    EXPECT_EQ(selectedId(WindowCycle(windows, 3, A::CycleAllWindows, S::Forward, byName)), 2u);
+}
+
 TEST(WindowCycleTest, EachApplicationIsNumberedByItsFirstWindow)
 {
     const WindowCycle cycle(desk(), 1, A::CycleAllWindows, S::Forward, {});

@@ -512,6 +512,10 @@ TEST_F(X11CyclingTest, TheOrderOfUseFollowsTheActiveWindowWhereOnlyTheClientList
     };
     ASSERT_TRUE(waitFor([&] { return order().size() == 3; }));
     EXPECT_EQ(order().front(), made[2]);
+    // The client list's own order is the order the windows were taken on in.
+    for (const CycleWindow& window : windows->windowsInRecentOrder()) {
+        EXPECT_EQ(made.at(window.mappedOrder), window.id);
+    }
     xcb_ewmh_set_active_window(&ewmh, 0, made[0]);
     xcb_flush(observer);
     EXPECT_TRUE(waitFor([&] {

@@ -170,8 +170,17 @@ int main(int argc, char** argv)
             listed.push_back(windows[i]);
         }
     }
-    for (int round = 0; round < 2000 && !managed(ewmh, listed); ++round) {
+    for (int round = 1; round <= 2000 && !managed(ewmh, listed); ++round) {
         ::usleep(10000);
+        // A window mapped while the window manager was still starting may have been passed
+        // over: it is mapped again, as a program would show a window anew.
+        if (round % 50 == 0) {
+            for (const xcb_window_t window : listed) {
+                xcb_unmap_window(c, window);
+                xcb_map_window(c, window);
+            }
+            xcb_flush(c);
+        }
     }
     std::string ids;
     for (xcb_window_t window : windows) {

@@ -44,6 +44,16 @@ CycleSettings CycleSettings::fromSettings(const LayeredSettings& settings)
     made.panelDelaySeconds = std::clamp(delay / 1000.0, 0.0, longestPanelDelay);
     made.switchAcrossSpaces =
         settings.flag(keys::switchAcrossSpaces, declared::booleanDefault(keys::switchAcrossSpaces));
+    // A tag the pop-up does not have reads as the default.
+    const auto order = settings.integer(keys::applicationsSortOrder)
+                           .value_or(declared::integerDefault(keys::applicationsSortOrder));
+    made.options.applicationOrder =
+        order >= 0 && order <= 3 ? static_cast<WindowCycle::ApplicationOrder>(order)
+                                 : static_cast<WindowCycle::ApplicationOrder>(
+                                       declared::integerDefault(keys::applicationsSortOrder));
+    made.options.invertApplicationOrder =
+        settings.flag(keys::invertApplicationsSortOrder,
+                      declared::booleanDefault(keys::invertApplicationsSortOrder));
     made.shortcutBadges =
         settings.flag(keys::showShortcutBadges, declared::booleanDefault(keys::showShortcutBadges));
     made.options.leftOutApplications = strings(settings, keys::applicationExceptions);

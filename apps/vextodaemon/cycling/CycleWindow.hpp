@@ -21,6 +21,9 @@ struct CycleWindow {
     std::optional<std::uint32_t> desktop;
     // The window's own icon, where it has one.
     std::shared_ptr<const Bitmap> icon = nullptr;
+    // When the window manager took the window on, as a place in its order of mapping: the
+    // oldest first.
+    std::uint32_t mappedOrder = 0;
 
     bool operator==(const CycleWindow&) const = default;
 };

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
+#include <cstdint>
 #include <string_view>
+#include <tuple>
 
 namespace vexto {
 
@@ -80,16 +83,89 @@ WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
     if (items_.empty()) {
         return;
     }
-    selected_ = 0;
-    // The active window, when offered, comes first: stepping moves away from it. Otherwise the
-    // first window offered is already the one after it.
-    const bool startsOnActive = active && items_.front().id == *active;
-    // A first step backwards goes to the least recently used window, past either end.
-    if (firstStep == StepDirection::Backward &&
-        (!startsOnActive || options_.stepForwardInitially)) {
-        selectLast();
-    } else if (startsOnActive && options_.stepForwardInitially && items_.size() > 1) {
-        selected_ = 1;
+    orderApplications();
+    selectFirstStep(active, firstStep);
+}
+
+void WindowCycle::orderApplications()
+{
+    using Order = ApplicationOrder;
+    if (options_.applicationOrder == Order::RecentUse && !options_.invertApplicationOrder) {
+        return;
+    }
+    struct Application {
+        std::string key;
+        std::size_t firstUse;   // the place of its most recently used window
+        std::string name;       // without case
+        std::uint32_t launched; // the earliest mapping of its windows
+        std::size_t windows;
+    };
+    std::vector<Application> applications;
+    for (std::size_t index = 0; index < items_.size(); ++index) {
+        const CycleWindow& window = items_[index];
+        auto known =
+            std::find_if(applications.begin(), applications.end(),
+                         [&](const Application& a) { return a.key == window.applicationKey; });
+        if (known == applications.end()) {
+            applications.push_back({window.applicationKey, index,
+                                    comparable(window.applicationName), window.mappedOrder, 0});
+            known = applications.end() - 1;
+        }
+        known->launched = std::min(known->launched, window.mappedOrder);
+        ++known->windows;
+    }
+    const auto key = [&](const Application& a) {
+        switch (options_.applicationOrder) {
+        case Order::Name:
+            return std::tuple(std::size_t(0), a.name, a.firstUse);
+        case Order::LaunchDate:
+            return std::tuple(std::size_t(a.launched), std::string(), a.firstUse);
+        case Order::WindowCount:
+            return std::tuple(SIZE_MAX - a.windows, std::string(), a.firstUse);
+        case Order::RecentUse:
+            break;
+        }
+        return std::tuple(a.firstUse, std::string(), a.firstUse);
+    };
+    std::stable_sort(applications.begin(), applications.end(),
+                     [&](const Application& a, const Application& b) { return key(a) < key(b); });
+    if (options_.invertApplicationOrder) {
+        std::reverse(applications.begin(), applications.end());
+    }
+    std::vector<CycleWindow> ordered;
+    ordered.reserve(items_.size());
+    for (const Application& application : applications) {
+        for (const CycleWindow& window : items_) {
+            if (window.applicationKey == application.key) {
+                ordered.push_back(window);
+            }
+        }
+    }
+    items_ = std::move(ordered);
+}
+
+void WindowCycle::selectFirstStep(std::optional<std::uint64_t> active, StepDirection firstStep)
+{
+    const auto at = std::find_if(items_.begin(), items_.end(),
+                                 [&](const CycleWindow& w) { return w.id == active; });
+    if (at == items_.end()) {
+        // The focused window is not offered: the first window offered is already the one after
+        // it, and the last the one before.
+        selected_ = firstStep == StepDirection::Forward ? 0 : items_.size() - 1;
+        return;
+    }
+    const auto place = static_cast<std::size_t>(at - items_.begin());
+    selected_ = place;
+    if (!options_.stepForwardInitially) {
+        return;
+    }
+    if (firstStep == StepDirection::Forward) {
+        if (items_.size() > 1) {
+            selected_ = (place + 1) % items_.size();
+        }
+    } else {
+        // A first step backwards goes past either end, whatever the wrapping.
+        selected_ = place == 0 ? items_.size() - 1 : place - 1;
     }
 }
 

@@ -14,6 +14,9 @@ namespace vexto {
 // which one is selected. It knows nothing of keys or of the screen.
 class WindowCycle {
 public:
+    // How applications follow each other, as the pane's sort pop-up names them by tag.
+    enum class ApplicationOrder { Name = 0, LaunchDate = 1, WindowCount = 2, RecentUse = 3 };
+
     struct Options {
         // The first press already selects the window after the active one, so that a quick
         // press and release goes back to the window used before.
@@ -25,6 +28,10 @@ public:
         // without case and without the blanks around them.
         std::vector<std::string> leftOutApplications = {};
         std::vector<std::string> leftOutTitles = {};
+        // By recent use the windows follow their own order of use; by anything else each
+        // application's windows are kept together, in the order they were used.
+        ApplicationOrder applicationOrder = ApplicationOrder::RecentUse;
+        bool invertApplicationOrder = false;
     };
 
     // `recentFirst` holds every window, the most recently used first; `active` is the window
@@ -54,6 +61,9 @@ public:
     static bool offers(const Options& options, const CycleWindow& window);
 
 private:
+    void orderApplications();
+    void selectFirstStep(std::optional<std::uint64_t> active, StepDirection firstStep);
+
     std::vector<CycleWindow> items_;
     std::optional<std::size_t> selected_;
     Options options_;

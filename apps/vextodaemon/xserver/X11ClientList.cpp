@@ -91,21 +91,33 @@ X11ClientList::X11ClientList(XcbConnection& connection) : connection_(connection
     activeWindowChanged();
 }
 
+std::optional<std::vector<xcb_window_t>> X11ClientList::rootWindows(xcb_atom_t list) const
+{
+    auto reply = owned(xcb_get_property_reply(
+        connection_.get(),
+        ask(connection_.get(), connection_.root(), list, XCB_ATOM_WINDOW, mostWindows), nullptr));
+    if (!reply || reply->type != XCB_ATOM_WINDOW) {
+        return std::nullopt;
+    }
+    return valuesOf<xcb_window_t>(*reply);
+}
+
 std::vector<xcb_window_t> X11ClientList::stacking() const
 {
     xcb_ewmh_connection_t& ewmh = connection_.ewmh();
     // Some window managers keep only the list in the order of mapping; it serves as well, as
     // the order of use is the daemon's own.
     for (const xcb_atom_t list : {ewmh._NET_CLIENT_LIST_STACKING, ewmh._NET_CLIENT_LIST}) {
-        auto reply = owned(xcb_get_property_reply(
-            connection_.get(),
-            ask(connection_.get(), connection_.root(), list, XCB_ATOM_WINDOW, mostWindows),
-            nullptr));
-        if (reply && reply->type == XCB_ATOM_WINDOW) {
-            return valuesOf<xcb_window_t>(*reply);
+        if (auto windows = rootWindows(list)) {
+            return std::move(*windows);
         }
     }
     return {};
+}
+
+std::vector<xcb_window_t> X11ClientList::mappingOrder() const
+{
+    return rootWindows(connection_.ewmh()._NET_CLIENT_LIST).value_or(std::vector<xcb_window_t>());
 }
 
 std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
@@ -231,6 +243,7 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
         ewmh._NET_WM_WINDOW_TYPE_POPUP_MENU, ewmh._NET_WM_WINDOW_TYPE_TOOLTIP,
         ewmh._NET_WM_WINDOW_TYPE_SPLASH,     ewmh._NET_WM_WINDOW_TYPE_NOTIFICATION,
         ewmh._NET_WM_WINDOW_TYPE_COMBO,      ewmh._NET_WM_WINDOW_TYPE_DND};
+    const std::vector<xcb_window_t> mapped = mappingOrder();
     std::vector<CycleWindow> windows;
     for (const Asked& question : asked) {
         auto netName = owned(xcb_get_property_reply(c, question.netName, nullptr));
@@ -288,6 +301,8 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
             window.desktop = desktops[0];
         }
         window.icon = icon;
+        window.mappedOrder = static_cast<std::uint32_t>(
+            std::find(mapped.begin(), mapped.end(), question.window) - mapped.begin());
         windows.push_back(std::move(window));
     }
     return windows;

@@ -45,6 +45,9 @@ public:
 
 private:
     std::vector<xcb_window_t> stacking() const;
+    // The windows in the order the window manager took them on.
+    std::vector<xcb_window_t> mappingOrder() const;
+    std::optional<std::vector<xcb_window_t>> rootWindows(xcb_atom_t list) const;
     std::optional<xcb_window_t> readActiveWindow() const;
     void noteUsed(xcb_window_t window);
     // Kept per window, and read again only after the window says its icon changed.
