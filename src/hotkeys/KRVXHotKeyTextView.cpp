@@ -253,14 +253,17 @@ void KRVXHotKeyTextView::keyDown(const Event& event)
 void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::string& combination)
 {
     if (refusal.identifier.empty()) {
-        setNotice(FormatString::fill(localized("%@ is held by another program"), {combination}));
+        setNotice(FormatString::fill(localized("%@ is held by another program"), {combination}),
+                  combination);
     } else if (refusal.direction.empty() || refusal.direction == anyDirection) {
         setNotice(FormatString::fill(localized("%@ is already used by %@"),
-                                     {combination, titleOfSlot(refusal)}));
+                                     {combination, titleOfSlot(refusal)}),
+                  combination);
     } else {
         setNotice(
             FormatString::fill(localized("%@ is already used by %@ (%@)"),
-                               {combination, titleOfSlot(refusal), localized(refusal.direction)}));
+                               {combination, titleOfSlot(refusal), localized(refusal.direction)}),
+            combination);
     }
     if (delegate_ == nullptr) {
         return;

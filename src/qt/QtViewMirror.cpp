@@ -3,6 +3,7 @@
 #include "qt/QtButtonMirror.hpp"
 #include "qt/QtColorWellMirror.hpp"
 #include "qt/QtCustomViewMirror.hpp"
+#include "qt/QtKeyNames.hpp"
 #include "qt/QtPopUpMirror.hpp"
 #include "qt/QtSliderMirror.hpp"
 #include "qt/QtTabViewMirror.hpp"
@@ -67,9 +68,19 @@ QtViewMirror::~QtViewMirror()
 
 // A notice appears as a tip just under the view, without waiting for the pointer, and goes when
 // the model takes it away.
+QString QtViewMirror::noticeText(const View& view)
+{
+    QString text = QString::fromStdString(view.notice());
+    const std::string& keys = view.noticeKeyCombination();
+    if (!keys.empty()) {
+        text.replace(QString::fromStdString(keys), QtKeyNames::nativeText(keys));
+    }
+    return text;
+}
+
 void QtViewMirror::showNotice()
 {
-    const QString text = QString::fromStdString(view_->notice());
+    const QString text = noticeText(*view_);
     if (text.isEmpty()) {
         QToolTip::hideText();
         return;

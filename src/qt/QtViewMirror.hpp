@@ -55,6 +55,11 @@ protected:
     bool pushing_ = false;
     std::vector<std::unique_ptr<QtViewMirror>> children_;
 
+public:
+    // The notice as the desktop shows it: keys named in its words ("Ctrl+Alt+Z"), as the field
+    // names them, instead of symbols.
+    static QString noticeText(const View& view);
+
 private:
     void showNotice();
 

@@ -246,12 +246,13 @@ bool View::pressTrackedButton()
     return true;
 }
 
-void View::setNotice(std::string notice)
+void View::setNotice(std::string notice, std::string keyCombination)
 {
-    if (notice_ == notice) {
+    if (notice_ == notice && noticeKeys_ == keyCombination) {
         return;
     }
     notice_ = std::move(notice);
+    noticeKeys_ = std::move(keyCombination);
     notify(ViewChange::Notice);
 }
 

@@ -109,7 +109,10 @@ public:
     // A short message shown beside the view for a moment, where the user looks (why a key was
     // refused, say); empty when there is none.
     const std::string& notice() const { return notice_; }
-    void setNotice(std::string notice);
+    // `keyCombination`: the part of the notice that names keys in symbols (⌃⌥Z), for a front
+    // that names keys in its desktop's words to name them so there too.
+    void setNotice(std::string notice, std::string keyCombination = {});
+    const std::string& noticeKeyCombination() const { return noticeKeys_; }
 
     // --- tracking areas ---
     void addTrackingArea(std::shared_ptr<TrackingArea> area);
@@ -175,6 +178,7 @@ private:
     std::vector<std::shared_ptr<View>> subviews_;
     std::string toolTip_;
     std::string notice_;
+    std::string noticeKeys_;
     std::vector<ToolTipRect> toolTipRects_;
     int lastToolTipTag_ = 0;
     std::vector<std::shared_ptr<TrackingArea>> trackingAreas_;

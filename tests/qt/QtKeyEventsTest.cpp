@@ -6,9 +6,11 @@
 #include "qt/QtKeyEventTaps.hpp"
 #include "qt/QtKeyNames.hpp"
 #include "qt/QtTranslations.hpp"
+#include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/TextView.hpp"
+#include "toolkit/View.hpp"
 #include "toolkit/Window.hpp"
 
 #include <QKeyEvent>
@@ -210,6 +212,17 @@ TEST(QtKeyNamesTest, CombinationsReadInTheDesktopsWords)
     for (const auto& [symbols, words] : names) {
         EXPECT_EQ(QtKeyNames::nativeText(symbols).toStdString(), words) << symbols;
     }
+}
+
+// A refusal names the combination as the field shows it, in words; the rest of the notice, and a
+// notice that names no keys, stay as the model has them.
+TEST(QtKeyNamesTest, ANoticeNamesItsKeysAsTheFieldDoes)
+{
+    View field;
+    field.setNotice("\u2303\u2325Z is already used by Zoom", "\u2303\u2325Z");
+    EXPECT_EQ(QtViewMirror::noticeText(field).toStdString(), "Ctrl+Alt+Z is already used by Zoom");
+    field.setNotice("Saved \u2303 here");
+    EXPECT_EQ(QtViewMirror::noticeText(field).toStdString(), "Saved \u2303 here");
 }
 
 } // namespace
