@@ -47,9 +47,9 @@ measure() {
     local openbox=$!
     pids+=("$openbox")
     until xprop -root _NET_CLIENT_LIST 2>/dev/null | grep -q WINDOW; do sleep 0.05; done
-    local specs=()
-    for i in $(seq 1 "$count"); do specs+=("App$((i % 12)):window $i"); done
-    "$windows" --ready-fd 3 "${specs[@]}" 3>"$work/ids" >/dev/null 2>&1 &
+    local wanted=()
+    for i in $(seq 1 "$count"); do wanted+=("App$((i % 12)):window $i"); done
+    "$windows" --ready-fd 3 "${wanted[@]}" 3>"$work/ids" >/dev/null 2>&1 &
     local clients=$!
     pids+=("$clients")
     until [ -s "$work/ids" ]; do sleep 0.05; done

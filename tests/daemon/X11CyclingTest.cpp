@@ -106,10 +106,10 @@ protected:
     }
 
     // Windows made by a client of their own; their ids in the order given.
-    std::vector<std::uint32_t> openWindows(std::vector<std::string> specs)
+    std::vector<std::uint32_t> openWindows(std::vector<std::string> wanted)
     {
         std::vector<std::string> arguments = {VEXTO_TEST_WINDOWS, "--ready-fd", "{fd}"};
-        arguments.insert(arguments.end(), specs.begin(), specs.end());
+        arguments.insert(arguments.end(), wanted.begin(), wanted.end());
         clients.push_back(std::make_unique<test::ChildProcess>(
             arguments, test::ChildProcess::Environment{{"DISPLAY", server.display()}}));
         std::istringstream line(clients.back()->firstLine());
