@@ -258,6 +258,51 @@ TEST(PanelViewTest, AStepRedrawsOnlyWhatItsSelectionChangedAndANewContentNeedsAN
     EXPECT_FALSE(view.takeSelectionOf(longer)) << "the list under the row grows";
 }
 
+TEST(PanelViewTest, SpaceBadgesNameOtherDesktopsOrEveryDesktopAsTheSettingsSay)
+{
+    std::vector<CycleWindow> windows = {{1, "a", "A", "here", false, 0, nullptr},
+                                        {2, "a", "A", "there", false, 1, nullptr},
+                                        {3, "a", "A", "everywhere", false, std::nullopt, nullptr}};
+    windows[0].desktopName = "Mail";
+    windows[1].desktopName = "Code";
+    WindowCycle cycle(windows, 1, DaemonAction::CycleAllWindows, StepDirection::Forward, {});
+    cycle.setCurrentDesktop(0);
+    const PanelContent content = PanelContent::fromCycle(cycle);
+    ASSERT_EQ(content.applications.size(), 1u);
+    EXPECT_TRUE(content.applications[0].windows[0].onCurrentDesktop);
+    EXPECT_FALSE(content.applications[0].windows[1].onCurrentDesktop);
+    EXPECT_EQ(content.applications[0].windows[2].desktopName, "");
+
+    const auto badges = [&](const PlistDictionary& settings) {
+        PanelView view(PanelAppearance::fromSettings(settings, shipped(), nullptr), content, 1280);
+        std::vector<std::string> named;
+        for (const std::string& text : texts(drawn(view))) {
+            if (text == "Mail" || text == "Code") {
+                named.push_back(text);
+            }
+        }
+        return named;
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(badges({}), Names{"Code"});
+    EXPECT_EQ(badges({{std::string(keys::alwaysShowSpaceBadges), true}}), (Names{"Mail", "Code"}));
+    EXPECT_EQ(badges({{std::string(keys::alwaysShowSpaceBadges), true},
+                      {std::string(keys::hideCurrentSpaceBadges), true}}),
+              Names{"Code"});
+    // Drawn in the space indicator colour.
+    const Color indicator = Color::calibratedRGB(0.2f, 0.6f, 0.3f, 1);
+    PlistDictionary coloured;
+    archiveObject(coloured, indicator, keys::spaceIndicatorColor);
+    PanelView view(PanelAppearance::fromSettings(coloured, shipped(), nullptr), content, 1280);
+    const Operations operations = drawn(view);
+    EXPECT_EQ(std::count_if(operations.begin(), operations.end(),
+                            [&](const std::string& op) {
+                                return op.starts_with("fill rounded") &&
+                                       op.ends_with(RecordingCanvas::describe(indicator));
+                            }),
+              1);
+}
+
 TEST(PanelViewTest, NamesTooLongForTheirPlaceAreCutShortBetweenCharacters)
 {
     PanelContent content;

@@ -319,6 +319,10 @@ TEST_F(X11CyclingTest, EachModeOffersItsWindowsAndActivationRestoresAndCrossesDe
     EXPECT_EQ(listed.size(), 4u) << "docks and windows that skip the task bar are left out";
     EXPECT_EQ(std::count(listed.begin(), listed.end(), ids[4]), 0);
     EXPECT_EQ(std::count(listed.begin(), listed.end(), ids[5]), 0);
+    // Openbox names its desktops "desktop 1" onwards; a window on every desktop names none.
+    for (const CycleWindow& window : windows->windowsInRecentOrder()) {
+        EXPECT_EQ(window.desktopName, window.id == ids[3] ? "desktop 2" : "desktop 1");
+    }
 
     // The minimised terminal window, restored by the frontmost program's minimised cycle.
     useSettings(superTab("Cycle Minimized Windows of Frontmost Application"));

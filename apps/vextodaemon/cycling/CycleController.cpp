@@ -58,12 +58,14 @@ void CycleController::hotKeyPressed(const HotKeyBinding& binding, std::uint32_t 
         return;
     }
     WindowCycle::Options options = settings_.options;
+    const std::optional<std::uint32_t> currentDesktop = windows_.currentDesktop();
     if (!settings_.switchAcrossSpaces) {
-        options.desktop = windows_.currentDesktop();
+        options.desktop = currentDesktop;
     }
     auto cycle =
         std::make_unique<WindowCycle>(windows_.windowsInRecentOrder(), windows_.activeWindow(),
                                       binding.action, binding.direction, options);
+    cycle->setCurrentDesktop(currentDesktop);
     if (cycle->isEmpty()) {
         return; // nothing to offer: the key does nothing, as an empty switcher would
     }

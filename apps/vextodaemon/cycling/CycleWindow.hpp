@@ -24,6 +24,8 @@ struct CycleWindow {
     // When the window manager took the window on, as a place in its order of mapping: the
     // oldest first.
     std::uint32_t mappedOrder = 0;
+    // What the desktop is called (its number from 1 where the window manager names none).
+    std::string desktopName = {};
 
     bool operator==(const CycleWindow&) const = default;
 };

@@ -41,6 +41,9 @@ public:
                 DaemonAction mode, StepDirection firstStep, Options options);
 
     const std::vector<CycleWindow>& items() const { return items_; }
+    // The desktop shown when the cycle started; none where the window manager says none.
+    std::optional<std::uint32_t> currentDesktop() const { return currentDesktop_; }
+    void setCurrentDesktop(std::optional<std::uint32_t> desktop) { currentDesktop_ = desktop; }
     bool isEmpty() const { return items_.empty(); }
     std::optional<std::size_t> selectedIndex() const { return selected_; }
     const CycleWindow* selected() const;
@@ -66,6 +69,7 @@ private:
 
     std::vector<CycleWindow> items_;
     std::optional<std::size_t> selected_;
+    std::optional<std::uint32_t> currentDesktop_;
     Options options_;
 };
 

@@ -77,6 +77,11 @@ PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSetting
                                               fixedDefault(keys::selectionWindowNameColor));
     // Without a colour of its own the key badge follows the selection.
     look.keyBadge = settings.color(keys::keyBadgeColor, look.selection);
+    // A grey of its own by default: a badge in the selection's colour would vanish on the
+    // selected row.
+    look.spaceBadge =
+        settings.color(keys::spaceIndicatorColor,
+                       settings.color(keys::spaceBadgeColor, Color::calibratedWhite(0.45f, 0.95f)));
 
     look.selectionGradient =
         settings.integer(keys::selectionGradient)
@@ -95,6 +100,12 @@ PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSetting
     look.applicationNameShadow = settings.flag(keys::applicationNameShadow, true);
     look.windowNameShadow = settings.flag(keys::windowNameShadow, false);
     look.shortcutBadges = settings.flag(keys::showShortcutBadges, true);
+    look.alwaysShowSpaceBadges =
+        settings.flag(keys::alwaysShowSpaceBadges,
+                      settingdeclarations::booleanDefault(keys::alwaysShowSpaceBadges));
+    look.hideCurrentSpaceBadges =
+        settings.flag(keys::hideCurrentSpaceBadges,
+                      settingdeclarations::booleanDefault(keys::hideCurrentSpaceBadges));
     look.showApplicationNames =
         settings.flag(keys::showApplicationNames,
                       settingdeclarations::booleanDefault(keys::showApplicationNames));

@@ -20,6 +20,7 @@ struct PanelAppearance {
     Color windowName;
     Color selectionWindowName;
     Color keyBadge;
+    Color spaceBadge;
     std::int64_t selectionGradient = 0;
     // The item size in points.
     double itemSize = 48;
@@ -36,6 +37,10 @@ struct PanelAppearance {
     // 0: no icons; 1: application icons; 2: application and window icons.
     std::int64_t iconMode = 1;
     bool onMouseScreen = false;
+    // Off: a window's desktop is named only when it is not the current one. On: always, unless
+    // `hideCurrentSpaceBadges`.
+    bool alwaysShowSpaceBadges = false;
+    bool hideCurrentSpaceBadges = false;
 
     static constexpr double smallestItem = 12;
     static constexpr double largestItem = 256;

@@ -34,7 +34,10 @@ PanelContent PanelContent::fromCycle(const WindowCycle& cycle)
                 {window.applicationName, window.applicationKey, {}, nullptr});
             application = content.applications.end() - 1;
         }
-        application->windows.push_back({window.title, index, window.icon});
+        const bool everywhere = !window.desktop.has_value();
+        application->windows.push_back({window.title, index, window.icon,
+                                        everywhere ? std::string() : window.desktopName,
+                                        everywhere || window.desktop == cycle.currentDesktop()});
         if (!application->icon) {
             application->icon = window.icon;
         }

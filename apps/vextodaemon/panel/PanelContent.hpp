@@ -19,6 +19,9 @@ struct PanelContent {
         std::string title;
         std::size_t cycleIndex = 0;
         std::shared_ptr<const Bitmap> icon = nullptr;
+        // Its desktop's name; empty for a window shown on every desktop.
+        std::string desktopName = {};
+        bool onCurrentDesktop = true;
     };
     struct Application {
         std::string name;

@@ -363,6 +363,27 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
     canvas.restoreGraphicsState();
 }
 
+bool PanelView::showsSpaceBadge(const PanelContent::Window& window) const
+{
+    if (window.desktopName.empty()) {
+        return false;
+    }
+    return look_.alwaysShowSpaceBadges ? !(look_.hideCurrentSpaceBadges && window.onCurrentDesktop)
+                                       : !window.onCurrentDesktop;
+}
+
+Rect PanelView::spaceBadgeRect(const Rect& row, const std::string& name) const
+{
+    // Wide enough for a short name, never more than a quarter of the row.
+    const double height = row.height() * 0.8;
+    std::size_t characters = 0;
+    for (std::size_t at = 0; at < name.size(); ++characters) {
+        TextEncoding::nextCodePoint(name, at);
+    }
+    const double width = std::min(row.width() / 4, height + double(characters) * labelSize_ * 0.55);
+    return Rect(row.maxX() - width - row.height() / 4, row.midY() - height / 2, width, height);
+}
+
 void PanelView::drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
                                 const Rect& icon) const
 {
@@ -438,6 +459,23 @@ void PanelView::drawWindowNames(Canvas& canvas, const std::vector<Rect>& dirty) 
             }
             text = Rect(icon.maxX(), row.minY(), row.width() - 2 * (icon.maxX() - row.minX()),
                         row.height());
+        }
+        if (showsSpaceBadge(window)) {
+            const Rect badge = spaceBadgeRect(row, window.desktopName);
+            canvas.saveGraphicsState();
+            canvas.setShadow(std::nullopt);
+            KRVXDrawGradientBevelInRect(canvas, nullptr, look_.spaceBadge, badge,
+                                        badge.height() / 2);
+            const Font small = Font::systemFontOfSize(labelSize_ * 0.85);
+            canvas.drawText(fitted(window.desktopName, badge.width() - badge.height(), small),
+                            badge, small, Color::whiteColor(), TextAlignment::Center);
+            canvas.restoreGraphicsState();
+            // The title keeps to the middle, clear of the badge on either side.
+            const double clear = row.maxX() - badge.minX();
+            text = Rect(std::max(text.minX(), row.minX() + clear), text.minY(),
+                        std::max(0.0, std::min(text.maxX(), row.maxX() - clear) -
+                                          std::max(text.minX(), row.minX() + clear)),
+                        text.height());
         }
         canvas.drawText(fitted(window.title, text.width(), font), text, font,
                         chosen ? look_.selectionWindowName : look_.windowName,

@@ -74,6 +74,9 @@ private:
     // An item with its label and badge.
     Rect itemArea(std::size_t index) const;
     Rect windowListArea() const;
+    bool showsSpaceBadge(const PanelContent::Window& window) const;
+    // Where a row's desktop badge goes: at the row's right end.
+    Rect spaceBadgeRect(const Rect& row, const std::string& name) const;
     void drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
                          const Rect& icon) const;
     // An image of a window's or application's own pixels, made once per picture.

@@ -206,6 +206,29 @@ std::shared_ptr<const Bitmap> X11ClientList::iconFrom(xcb_window_t window,
     return icon;
 }
 
+std::vector<std::string> X11ClientList::desktopNames() const
+{
+    constexpr std::size_t mostDesktops = 64;
+    constexpr std::size_t longestName = 64;
+    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    auto reply = owned(
+        xcb_get_property_reply(connection_.get(),
+                               ask(connection_.get(), connection_.root(), ewmh._NET_DESKTOP_NAMES,
+                                   ewmh.UTF8_STRING, mostDesktops * longestName / 4),
+                               nullptr));
+    std::vector<std::string> names;
+    if (!reply || reply->format != 8) {
+        return names;
+    }
+    std::string_view all = textOf(*reply);
+    while (!all.empty() && names.size() < mostDesktops) {
+        const std::size_t end = all.find('\0');
+        names.push_back(boundedUtf8(all.substr(0, std::min(end, longestName))));
+        all = end == std::string_view::npos ? std::string_view() : all.substr(end + 1);
+    }
+    return names;
+}
+
 std::optional<std::uint32_t> X11ClientList::currentDesktop() const
 {
     xcb_ewmh_connection_t& ewmh = connection_.ewmh();
@@ -244,6 +267,7 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
         ewmh._NET_WM_WINDOW_TYPE_SPLASH,     ewmh._NET_WM_WINDOW_TYPE_NOTIFICATION,
         ewmh._NET_WM_WINDOW_TYPE_COMBO,      ewmh._NET_WM_WINDOW_TYPE_DND};
     const std::vector<xcb_window_t> mapped = mappingOrder();
+    const std::vector<std::string> desktopNamesNow = desktopNames();
     std::vector<CycleWindow> windows;
     for (const Asked& question : asked) {
         auto netName = owned(xcb_get_property_reply(c, question.netName, nullptr));
@@ -299,6 +323,10 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
             desktop ? valuesOf<std::uint32_t>(*desktop) : std::vector<std::uint32_t>();
         if (!desktops.empty() && desktops[0] != 0xFFFFFFFF) {
             window.desktop = desktops[0];
+            window.desktopName =
+                desktops[0] < desktopNamesNow.size() && !desktopNamesNow[desktops[0]].empty()
+                    ? desktopNamesNow[desktops[0]]
+                    : std::to_string(std::uint64_t(desktops[0]) + 1);
         }
         window.icon = icon;
         window.mappedOrder = static_cast<std::uint32_t>(

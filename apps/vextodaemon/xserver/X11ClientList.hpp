@@ -35,6 +35,8 @@ public:
     // Every window a switcher offers, most recently used first.
     std::vector<CycleWindow> windowsInRecentOrder() const;
     std::optional<std::uint32_t> currentDesktop() const;
+    // The window manager's names of its desktops, in order; at most 64, each cut at 64 bytes.
+    std::vector<std::string> desktopNames() const;
 
     // Icons are taken in the size nearest this many pixels a side.
     void setPreferredIconSize(int pixels);
