@@ -2,6 +2,7 @@
 
 #include "foundation/DictionaryExtensions.hpp"
 #include "foundation/FormatString.hpp"
+#include "foundation/HotKeyRecordFormat.hpp"
 #include "foundation/Log.hpp"
 #include "hotkeys/HotKeyRecorderDelegate.hpp"
 #include "hotkeys/KRVXHotKeyClearButton.hpp"
@@ -113,14 +114,14 @@ void KRVXHotKeyTextView::showSlot()
     std::optional<std::string> text;
     std::uint64_t modifiers = 0;
     if (record != nullptr) {
-        modifiers = static_cast<std::uint64_t>(integerForKey(*record, "Modifiers"));
-        const PlistValue* visual = objectForKey(*record, "Visual Representation");
+        modifiers = static_cast<std::uint64_t>(integerForKey(*record, hotkeyrecord::modifiers));
+        const PlistValue* visual = objectForKey(*record, hotkeyrecord::visualRepresentation);
         if (visual != nullptr && visual->isString()) {
             std::optional<std::string> key;
-            if (objectForKey(*record, "Key Code") != nullptr) {
+            if (objectForKey(*record, hotkeyrecord::keyCode) != nullptr) {
                 key = KRVXStringForKeyCode(
-                    static_cast<std::uint16_t>(integerForKey(*record, "Key Code")), false,
-                    delegate_->hotKeyKeyboardLayout());
+                    static_cast<std::uint16_t>(integerForKey(*record, hotkeyrecord::keyCode)),
+                    false, delegate_->hotKeyKeyboardLayout());
             }
             if (!key) {
                 key = stringByTrimmingModifierPrefix(*visual->asString());
@@ -336,10 +337,12 @@ void KRVXHotKeyTextView::record(const Event& event)
         table = PlistDictionary{};
     }
     table.asDictionary()->insert_or_assign(
-        direction(), PlistDictionary{{"Key Code", std::to_string(event.keyCode())},
-                                     {"Modifiers", std::to_string(flags)},
-                                     {"Visual Representation", readable},
-                                     {"Character", event.charactersIgnoringModifiers()}});
+        direction(),
+        PlistDictionary{
+            {std::string(hotkeyrecord::keyCode), std::to_string(event.keyCode())},
+            {std::string(hotkeyrecord::modifiers), std::to_string(flags)},
+            {std::string(hotkeyrecord::visualRepresentation), readable},
+            {std::string(hotkeyrecord::character), event.charactersIgnoringModifiers()}});
     delegate_->hotKeyRecordsDidChange();
     setOccupiedWithVisualHotKeyRepresentation(readable, flags);
     activelyResignFirstResponder();

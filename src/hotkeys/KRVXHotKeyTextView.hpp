@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/HotKeyRecordFormat.hpp"
 #include "hotkeys/KeyLabels.hpp"
 #include "toolkit/ActionTarget.hpp"
 #include "toolkit/TextView.hpp"
@@ -23,7 +24,7 @@ class KRVXHotKeyClearButton;
 class KRVXHotKeyTextView : public TextView, public ActionTarget {
 public:
     static constexpr std::string_view unsetIdentifier = "Dummy";
-    static constexpr std::string_view anyDirection = "Any";
+    static constexpr std::string_view anyDirection = hotkeyrecord::any;
     static constexpr double recordingTimeout = 30.0;
     // How long the reason for a refused combination stays shown beside the field.
     static constexpr double refusalNoticeTime = 4.0;

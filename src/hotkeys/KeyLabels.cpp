@@ -1,5 +1,6 @@
 #include "hotkeys/KeyLabels.hpp"
 
+#include "foundation/HotKeyRecordFormat.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "ports/HotKeyRegistrar.hpp"
 #include "ports/KeyboardLayout.hpp"
@@ -290,9 +291,9 @@ std::optional<HotKeyRefusal> KRVXRefusalOfHotKey(std::uint16_t keyCode, std::uin
             const auto found = record->find(key);
             return found != record->end() ? found->second.integerValue().value_or(0) : 0;
         };
-        return static_cast<std::uint16_t>(number("Key Code")) == keyCode &&
-               KRVXIsModifierFlagsMatch(static_cast<std::uint32_t>(number("Modifiers")), flags,
-                                        requireExact, ignoreCapsLock, ignoreFunctionKey);
+        return static_cast<std::uint16_t>(number(hotkeyrecord::keyCode)) == keyCode &&
+               KRVXIsModifierFlagsMatch(static_cast<std::uint32_t>(number(hotkeyrecord::modifiers)),
+                                        flags, requireExact, ignoreCapsLock, ignoreFunctionKey);
     };
     for (const auto& [key, value] : settings) {
         if (const PlistDictionary* table = value.asDictionary()) {

@@ -1,5 +1,6 @@
 #include "pane/PaneControlTable.hpp"
 
+#include "foundation/HotKeyRecordFormat.hpp"
 #include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "settings/SettingDeclarations.hpp"
 #include "settings/SettingKeys.hpp"
@@ -36,29 +37,29 @@ const PaneControl table[] = {
     {OUTLET(helpButton), "", K::PushButton},
 
     // Hot keys.
-    {OUTLET(allForwardTextView), "triggers", K::HotKeyField, keys::cycleAllWindows, "Forward"},
+    {OUTLET(allForwardTextView), "triggers", K::HotKeyField, keys::cycleAllWindows, hotkeyrecord::forward},
     {OUTLET(allBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindows, "Backward"},
+     keys::cycleAllWindows, hotkeyrecord::backward},
     {OUTLET(normalForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindows, "Forward"},
+     keys::cycleNonMinimizedWindows, hotkeyrecord::forward},
     {OUTLET(normalBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindows, "Backward"},
+     keys::cycleNonMinimizedWindows, hotkeyrecord::backward},
     {OUTLET(minimizedForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindows, "Forward"},
+     keys::cycleMinimizedWindows, hotkeyrecord::forward},
     {OUTLET(minimizedBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindows, "Backward"},
+     keys::cycleMinimizedWindows, hotkeyrecord::backward},
     {OUTLET(frontmostAllForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindowsOfFrontmostApplication, "Forward"},
+     keys::cycleAllWindowsOfFrontmostApplication, hotkeyrecord::forward},
     {OUTLET(frontmostAllBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleAllWindowsOfFrontmostApplication, "Backward"},
+     keys::cycleAllWindowsOfFrontmostApplication, hotkeyrecord::backward},
     {OUTLET(frontmostNormalForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindowsOfFrontmostApplication, "Forward"},
+     keys::cycleNonMinimizedWindowsOfFrontmostApplication, hotkeyrecord::forward},
     {OUTLET(frontmostNormalBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleNonMinimizedWindowsOfFrontmostApplication, "Backward"},
+     keys::cycleNonMinimizedWindowsOfFrontmostApplication, hotkeyrecord::backward},
     {OUTLET(frontmostMinimizedForwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindowsOfFrontmostApplication, "Forward"},
+     keys::cycleMinimizedWindowsOfFrontmostApplication, hotkeyrecord::forward},
     {OUTLET(frontmostMinimizedBackwardTextView), "triggers", K::HotKeyField,
-     keys::cycleMinimizedWindowsOfFrontmostApplication, "Backward"},
+     keys::cycleMinimizedWindowsOfFrontmostApplication, hotkeyrecord::backward},
     {OUTLET(zoomFrontmostTextView), "triggers", K::HotKeyField,
      keys::additionalZoomFrontmostWindow},
     {OUTLET(minimizeFrontmostTextView), "triggers", K::HotKeyField,

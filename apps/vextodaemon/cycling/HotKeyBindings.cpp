@@ -1,7 +1,7 @@
 #include "cycling/HotKeyBindings.hpp"
 
 #include "foundation/DictionaryExtensions.hpp"
-#include "settings/HotKeyRecordFormat.hpp"
+#include "foundation/HotKeyRecordFormat.hpp"
 #include "settings/LayeredSettings.hpp"
 #include "settings/SettingKeys.hpp"
 
