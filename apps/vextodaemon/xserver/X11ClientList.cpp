@@ -3,6 +3,7 @@
 #include "foundation/TextEncoding.hpp"
 #include "xserver/NetWmIcon.hpp"
 #include "xserver/XcbConnection.hpp"
+#include "xserver/XcbReply.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,12 +14,6 @@
 namespace vexto {
 
 namespace {
-
-template <typename Reply> using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-template <typename Reply> Owned<Reply> owned(Reply* reply)
-{
-    return Owned<Reply>(reply, &std::free);
-}
 
 // At most this many 32-bit units of a text property are fetched.
 constexpr std::uint32_t textUnits = X11ClientList::longestText / 4;

@@ -5,6 +5,7 @@
 #include "settings/SettingDeclarations.hpp"
 #include "toolkit/Event.hpp"
 #include "xserver/XcbConnection.hpp"
+#include "xserver/XcbReply.hpp"
 
 #include <cstdlib>
 #include <memory>
@@ -29,12 +30,6 @@ constexpr Side sides[] = {
     {Event::leftOptionKeyMask, 64},   {Event::rightOptionKeyMask, 108},
     {Event::leftCommandKeyMask, 133}, {Event::rightCommandKeyMask, 134},
 };
-
-template <typename Reply> using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-template <typename Reply> Owned<Reply> owned(Reply* reply)
-{
-    return Owned<Reply>(reply, &std::free);
-}
 
 bool keyIsDown(const xcb_query_keymap_reply_t& keymap, xcb_keycode_t key)
 {

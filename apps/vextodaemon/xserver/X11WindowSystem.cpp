@@ -4,6 +4,7 @@
 #include "foundation/Log.hpp"
 #include "platform/DescriptorWatcher.hpp"
 #include "ports/RunLoop.hpp"
+#include "xserver/XcbReply.hpp"
 
 #include <cstdlib>
 #include <utility>
@@ -12,12 +13,6 @@
 namespace vexto {
 
 namespace {
-
-template <typename Reply> using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-template <typename Reply> Owned<Reply> owned(Reply* reply)
-{
-    return Owned<Reply>(reply, &std::free);
-}
 
 // Activation on behalf of the user, as pagers and switchers ask for it.
 constexpr xcb_ewmh_client_source_type_t fromSwitcher = XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER;
