@@ -63,10 +63,29 @@ xcb_get_property_cookie_t ask(xcb_connection_t* c, xcb_window_t window, xcb_atom
     return xcb_get_property(c, 0, window, property, type, 0, units);
 }
 
+// The window manager's names of its desktops, in order; at most 64, each cut at 64 bytes.
+constexpr std::size_t mostDesktops = 64;
+constexpr std::size_t longestDesktopName = 64;
+
 std::string_view textOf(const xcb_get_property_reply_t& reply)
 {
     const auto length = static_cast<std::size_t>(xcb_get_property_value_length(&reply));
     return {static_cast<const char*>(xcb_get_property_value(&reply)), length};
+}
+
+std::vector<std::string> desktopNamesFrom(const xcb_get_property_reply_t* reply)
+{
+    std::vector<std::string> names;
+    if (reply == nullptr || reply->format != 8) {
+        return names;
+    }
+    std::string_view all = textOf(*reply);
+    while (!all.empty() && names.size() < mostDesktops) {
+        const std::size_t end = all.find('\0');
+        names.push_back(boundedUtf8(all.substr(0, std::min(end, longestDesktopName))));
+        all = end == std::string_view::npos ? std::string_view() : all.substr(end + 1);
+    }
+    return names;
 }
 
 template <typename Value> std::vector<Value> valuesOf(const xcb_get_property_reply_t& reply)
@@ -108,11 +127,6 @@ std::vector<xcb_window_t> X11ClientList::stacking() const
         }
     }
     return {};
-}
-
-std::vector<xcb_window_t> X11ClientList::mappingOrder() const
-{
-    return rootWindows(connection_.ewmh()._NET_CLIENT_LIST).value_or(std::vector<xcb_window_t>());
 }
 
 std::optional<xcb_window_t> X11ClientList::readActiveWindow() const
@@ -201,29 +215,6 @@ std::shared_ptr<const Bitmap> X11ClientList::iconFrom(xcb_window_t window,
     return icon;
 }
 
-std::vector<std::string> X11ClientList::desktopNames() const
-{
-    constexpr std::size_t mostDesktops = 64;
-    constexpr std::size_t longestName = 64;
-    xcb_ewmh_connection_t& ewmh = connection_.ewmh();
-    auto reply = owned(
-        xcb_get_property_reply(connection_.get(),
-                               ask(connection_.get(), connection_.root(), ewmh._NET_DESKTOP_NAMES,
-                                   ewmh.UTF8_STRING, mostDesktops * longestName / 4),
-                               nullptr));
-    std::vector<std::string> names;
-    if (!reply || reply->format != 8) {
-        return names;
-    }
-    std::string_view all = textOf(*reply);
-    while (!all.empty() && names.size() < mostDesktops) {
-        const std::size_t end = all.find('\0');
-        names.push_back(boundedUtf8(all.substr(0, std::min(end, longestName))));
-        all = end == std::string_view::npos ? std::string_view() : all.substr(end + 1);
-    }
-    return names;
-}
-
 std::optional<std::uint32_t> X11ClientList::currentDesktop() const
 {
     xcb_ewmh_connection_t& ewmh = connection_.ewmh();
@@ -240,6 +231,11 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
 {
     xcb_connection_t* c = connection_.get();
     xcb_ewmh_connection_t& ewmh = connection_.ewmh();
+    // Asked with the windows' own properties, so that one round trip serves for all.
+    const auto mappedAsked =
+        ask(c, connection_.root(), ewmh._NET_CLIENT_LIST, XCB_ATOM_WINDOW, mostWindows);
+    const auto namesAsked = ask(c, connection_.root(), ewmh._NET_DESKTOP_NAMES, ewmh.UTF8_STRING,
+                                mostDesktops * longestDesktopName / 4);
     std::vector<Asked> asked;
     asked.reserve(recent_.size());
     for (const xcb_window_t window : recent_) {
@@ -261,8 +257,12 @@ std::vector<CycleWindow> X11ClientList::windowsInRecentOrder() const
         ewmh._NET_WM_WINDOW_TYPE_POPUP_MENU, ewmh._NET_WM_WINDOW_TYPE_TOOLTIP,
         ewmh._NET_WM_WINDOW_TYPE_SPLASH,     ewmh._NET_WM_WINDOW_TYPE_NOTIFICATION,
         ewmh._NET_WM_WINDOW_TYPE_COMBO,      ewmh._NET_WM_WINDOW_TYPE_DND};
-    const std::vector<xcb_window_t> mapped = mappingOrder();
-    const std::vector<std::string> desktopNamesNow = desktopNames();
+    // The windows in the order the window manager took them on.
+    const auto mappedReply = owned(xcb_get_property_reply(c, mappedAsked, nullptr));
+    const std::vector<xcb_window_t> mapped =
+        mappedReply ? valuesOf<xcb_window_t>(*mappedReply) : std::vector<xcb_window_t>();
+    const std::vector<std::string> desktopNamesNow =
+        desktopNamesFrom(owned(xcb_get_property_reply(c, namesAsked, nullptr)).get());
     std::vector<CycleWindow> windows;
     for (const Asked& question : asked) {
         auto netName = owned(xcb_get_property_reply(c, question.netName, nullptr));

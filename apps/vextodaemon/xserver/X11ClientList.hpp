@@ -35,8 +35,6 @@ public:
     // Every window a switcher offers, most recently used first.
     std::vector<CycleWindow> windowsInRecentOrder() const;
     std::optional<std::uint32_t> currentDesktop() const;
-    // The window manager's names of its desktops, in order; at most 64, each cut at 64 bytes.
-    std::vector<std::string> desktopNames() const;
 
     // Icons are taken in the size nearest this many pixels a side.
     void setPreferredIconSize(int pixels);
@@ -47,8 +45,6 @@ public:
 
 private:
     std::vector<xcb_window_t> stacking() const;
-    // The windows in the order the window manager took them on.
-    std::vector<xcb_window_t> mappingOrder() const;
     std::optional<std::vector<xcb_window_t>> rootWindows(xcb_atom_t list) const;
     std::optional<xcb_window_t> readActiveWindow() const;
     void noteUsed(xcb_window_t window);
