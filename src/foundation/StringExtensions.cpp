@@ -20,6 +20,17 @@ bool isWhiteSpaceOrNewline(char16_t c)
 
 } // namespace
 
+std::string asciiLowercased(std::string_view text)
+{
+    std::string out(text);
+    for (char& c : out) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
+    return out;
+}
+
 std::string trimmedString(std::string_view text)
 {
     const std::u16string units = TextEncoding::utf16FromUtf8(text);

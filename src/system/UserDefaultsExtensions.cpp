@@ -1,5 +1,6 @@
 #include "system/UserDefaultsExtensions.hpp"
 
+#include "foundation/StringExtensions.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "ports/ForeignPreferences.hpp"
 #include "system/SystemVersionChecks.hpp"
@@ -26,13 +27,6 @@ std::size_t lengthOf(const PlistValue& value)
         return data->size();
     }
     return 0;
-}
-
-std::string lowercased(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return text;
 }
 
 std::optional<PlistDictionary> bindingsOnOlderSystems(ForeignPreferences& preferences)
@@ -66,7 +60,7 @@ std::optional<PlistDictionary> spacesBindings(ForeignPreferences& preferences)
             }
             number = firstListedSpace + (found - list->begin());
         }
-        numbers[lowercased(application)] = PlistValue(number);
+        numbers[asciiLowercased(application)] = PlistValue(number);
     }
     return numbers.empty() ? std::nullopt : std::optional<PlistDictionary>(std::move(numbers));
 }

@@ -1,9 +1,11 @@
 #include "cycling/WindowCycle.hpp"
 
+#include "foundation/StringExtensions.hpp"
+
 #include <algorithm>
-#include <cctype>
 #include <climits>
 #include <cstdint>
+#include <set>
 #include <string_view>
 #include <tuple>
 
@@ -21,33 +23,22 @@ bool ofFrontmostApplication(DaemonAction mode)
 // Without case (ASCII letters) and without the blanks around it, as "Firefox, Terminal" is typed.
 std::string comparable(std::string_view text)
 {
-    const auto first = text.find_first_not_of(" \t");
-    const auto last = text.find_last_not_of(" \t");
-    std::string out(first == std::string_view::npos ? std::string_view()
-                                                    : text.substr(first, last - first + 1));
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return out;
+    return asciiLowercased(trimmedString(text));
 }
 
-bool named(const std::vector<std::string>& names, const std::string& name)
+// The names as they are compared, made once a cycle rather than once a window.
+std::set<std::string> comparableNames(const std::vector<std::string>& names)
 {
-    const std::string wanted = comparable(name);
-    return !wanted.empty() && std::any_of(names.begin(), names.end(), [&](const std::string& n) {
-        return comparable(n) == wanted;
-    });
+    std::set<std::string> made;
+    for (const std::string& name : names) {
+        if (std::string compared = comparable(name); !compared.empty()) {
+            made.insert(std::move(compared));
+        }
+    }
+    return made;
 }
 
 } // namespace
-
-bool WindowCycle::offers(const Options& options, const CycleWindow& window)
-{
-    if (options.desktop && window.desktop && *window.desktop != *options.desktop) {
-        return false;
-    }
-    return !named(options.leftOutApplications, window.applicationName) &&
-           !named(options.leftOutTitles, window.title);
-}
 
 bool WindowCycle::offers(DaemonAction mode, const CycleWindow& window)
 {
@@ -74,8 +65,15 @@ WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
     if (onlyFrontmost && activeWindow == recentFirst.end()) {
         return; // no frontmost program, nothing of it to offer
     }
+    const std::set<std::string> leftOutApplications = comparableNames(options_.leftOutApplications);
+    const std::set<std::string> leftOutTitles = comparableNames(options_.leftOutTitles);
+    const auto leftOut = [&](const CycleWindow& window) {
+        return (options_.desktop && window.desktop && *window.desktop != *options_.desktop) ||
+               leftOutApplications.contains(comparable(window.applicationName)) ||
+               leftOutTitles.contains(comparable(window.title));
+    };
     for (const CycleWindow& window : recentFirst) {
-        if (offers(mode, window) && offers(options_, window) &&
+        if (offers(mode, window) && !leftOut(window) &&
             (!onlyFrontmost || window.applicationKey == activeWindow->applicationKey)) {
             items_.push_back(window);
         }

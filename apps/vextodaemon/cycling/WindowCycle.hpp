@@ -61,7 +61,6 @@ public:
     void remove(std::uint64_t id);
 
     static bool offers(DaemonAction mode, const CycleWindow& window);
-    static bool offers(const Options& options, const CycleWindow& window);
 
 private:
     void orderApplications();

@@ -2,24 +2,16 @@
 
 #include "foundation/FileSystem.hpp"
 #include "foundation/HomeDirectory.hpp"
+#include "foundation/StringExtensions.hpp"
 #include "foundation/TextEncoding.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <string_view>
 
 namespace vexto {
 
 namespace {
-
-std::string lowered(std::string_view text)
-{
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return out;
-}
 
 std::string variable(const char* name)
 {
@@ -110,7 +102,7 @@ std::optional<std::string> DesktopEntryIcons::iconNameFor(const std::string& win
     if (!read_) {
         readEntries();
     }
-    const std::string key = lowered(windowClass);
+    const std::string key = asciiLowercased(windowClass);
     for (const auto* table : {&byWindowClass_, &byFileName_}) {
         const auto found = table->find(key);
         if (found != table->end()) {
@@ -153,9 +145,9 @@ void DesktopEntryIcons::readEntry(const std::string& path, const std::string& fi
         return;
     }
     if (!entry.windowClass.empty()) {
-        byWindowClass_.emplace(lowered(entry.windowClass), entry.icon);
+        byWindowClass_.emplace(asciiLowercased(entry.windowClass), entry.icon);
     }
-    byFileName_.emplace(lowered(fileName.substr(0, fileName.size() - 8)), entry.icon);
+    byFileName_.emplace(asciiLowercased(fileName.substr(0, fileName.size() - 8)), entry.icon);
 }
 
 } // namespace vexto
