@@ -36,7 +36,6 @@ public:
 
     bool isCycling() const { return cycle_ != nullptr; }
     const WindowCycle* cycle() const { return cycle_.get(); }
-    bool isPanelShown() const { return panelShown_; }
 
     // A cycle hot key, pressed while no cycle is up.
     void hotKeyPressed(const HotKeyBinding& binding, std::uint32_t time);
