@@ -325,6 +325,7 @@ TEST_F(X11CyclingTest, EachModeOffersItsWindowsAndActivationRestoresAndCrossesDe
     }
 
     // The minimised terminal window, restored by the frontmost program's minimised cycle.
+    ASSERT_TRUE(hasState(ids[1], ewmh._NET_WM_STATE_HIDDEN));
     useSettings(superTab("Cycle Minimized Windows of Frontmost Application"));
     press(superKey);
     tap(tabKey);

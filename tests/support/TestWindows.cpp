@@ -9,6 +9,7 @@
 // in the order given) is written once the window manager manages them all, on standard output or
 // on descriptor N. It then runs until
 // SIGTERM or until the window manager asks it to close a window (WM_DELETE_WINDOW).
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -62,21 +63,24 @@ Wanted parse(const std::string& text)
     return wanted;
 }
 
-bool managed(xcb_ewmh_connection_t& ewmh, const std::vector<xcb_window_t>& windows)
+// The windows the window manager does not list as its clients yet.
+std::vector<xcb_window_t> unmanaged(xcb_ewmh_connection_t& ewmh,
+                                    const std::vector<xcb_window_t>& windows)
 {
     xcb_ewmh_get_windows_reply_t list{};
     if (xcb_ewmh_get_client_list_reply(&ewmh, xcb_ewmh_get_client_list(&ewmh, 0), &list, nullptr) ==
         0) {
-        return false;
+        return windows;
     }
-    std::size_t found = 0;
+    std::vector<xcb_window_t> missing;
     for (xcb_window_t window : windows) {
-        for (std::uint32_t i = 0; i < list.windows_len; ++i) {
-            found += list.windows[i] == window ? 1 : 0;
+        if (std::find(list.windows, list.windows + list.windows_len, window) ==
+            list.windows + list.windows_len) {
+            missing.push_back(window);
         }
     }
     xcb_ewmh_get_windows_reply_wipe(&list);
-    return found == windows.size();
+    return missing;
 }
 
 } // namespace
@@ -170,12 +174,17 @@ int main(int argc, char** argv)
             listed.push_back(windows[i]);
         }
     }
-    for (int round = 1; round <= 2000 && !managed(ewmh, listed); ++round) {
+    for (int round = 1; round <= 2000; ++round) {
+        const std::vector<xcb_window_t> missing = unmanaged(ewmh, listed);
+        if (missing.empty()) {
+            break;
+        }
         ::usleep(10000);
         // A window mapped while the window manager was still starting may have been passed
-        // over: it is mapped again, as a program would show a window anew.
+        // over: it is mapped again, as a program would show a window anew. Only those: a map
+        // request for a managed minimised window would restore it.
         if (round % 50 == 0) {
-            for (const xcb_window_t window : listed) {
+            for (const xcb_window_t window : missing) {
                 xcb_unmap_window(c, window);
                 xcb_map_window(c, window);
             }
