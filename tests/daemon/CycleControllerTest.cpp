@@ -25,6 +25,7 @@ namespace keys = settingkeys;
 constexpr std::uint16_t tabKey = 0x30;
 constexpr std::uint16_t escapeKey = 0x35;
 constexpr std::uint16_t returnKey = 0x24;
+constexpr std::uint16_t leftKey = 0x7B;
 constexpr std::uint16_t rightKey = 0x7C;
 constexpr std::uint16_t endKey = 0x77;
 constexpr std::uint16_t f9Key = 0x65;
@@ -77,7 +78,7 @@ public:
     {
         shown = true;
         ++draws;
-        selectedId = cycle.selected()->id;
+        selectedId = cycle.selected() != nullptr ? cycle.selected()->id : 0;
         return true;
     }
     void hideCycle() override { shown = false; }
@@ -212,6 +213,10 @@ public:
             return u'2';
         case 0x00:
             return u'a';
+        case 0x18:
+            return u'=';
+        case 0x1B:
+            return u'-';
         default:
             return std::nullopt;
         }
@@ -253,6 +258,90 @@ TEST_F(CycleControllerTest, TypingABadgeActivatesItsApplicationAndOtherDesktopsC
     }
     EXPECT_EQ(offered, (std::vector<std::uint64_t>{1, 3, 4}));
     cycles.cancel(31);
+}
+
+TEST_F(CycleControllerTest, KeysActOnTheSelectedWindowAtOnceOrWhenTheCycleEndsWithASwitch)
+{
+    constexpr std::uint16_t equalsKey = 0x18, minusKey = 0x1B, deleteKey = 0x75, wKey = 0x0D;
+    UsLetters layout;
+    cycles.setKeyboardLayout(&layout);
+    HotKeyBinding closeFrontmost = key(wKey, option | control);
+    closeFrontmost.action = DaemonAction::CloseFrontmostWindow;
+    cycles.setBindings({altTab, altShiftTab, closeFrontmost});
+
+    // At once, each followed by its own rule: zoom and minimise go on, close goes back.
+    cycles.hotKeyPressed(altTab, 10);
+    cycles.keyPressed(equalsKey, option, 11);
+    cycles.keyPressed(minusKey, option, 12);
+    cycles.keyPressed(deleteKey, option, 13);
+    EXPECT_EQ(windows.acted, (std::vector<std::string>{"zoom 2", "minimize 3", "close 1"}));
+    EXPECT_EQ(cycles.cycle()->selected()->id, 3u);
+    cycles.keyPressed(wKey, option, 14); // the frontmost-window key, on the selection
+    EXPECT_EQ(windows.acted.back(), "close 3");
+    cycles.modifiersReleased(0, 15);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+
+    // Put off until the switch: zooming twice is no zoom, and Escape drops all of it.
+    windows.acted.clear();
+    settings.processWindowsWhenDone = true;
+    settings.afterZoom = WindowCycle::FollowUp::Nothing;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(altTab, 20);
+    cycles.keyPressed(minusKey, option, 21);
+    cycles.keyPressed(escapeKey, option, 22);
+    EXPECT_TRUE(windows.acted.empty());
+    cycles.hotKeyPressed(altTab, 30);
+    cycles.keyPressed(equalsKey, option, 31);
+    EXPECT_EQ(cycles.cycle()->selected(), nullptr) << "after zooming, nothing";
+    cycles.keyPressed(rightKey, option, 32);
+    cycles.keyPressed(leftKey, option, 34);
+    cycles.keyPressed(equalsKey, option, 35);
+    cycles.keyPressed(rightKey, option, 36);
+    cycles.keyPressed(minusKey, option, 37);
+    EXPECT_TRUE(windows.acted.empty());
+    cycles.modifiersReleased(0, 38);
+    EXPECT_EQ(windows.acted, (std::vector<std::string>{"minimize 3"}));
+    EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{2, 1}));
+
+    // The last window closed ends the cycle without a switch, after what was put off.
+    windows.acted.clear();
+    windows.windows.resize(1);
+    cycles.hotKeyPressed(altTab, 40);
+    cycles.keyPressed(minusKey, option, 41);
+    cycles.keyPressed(deleteKey, option, 42);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_FALSE(windows.grabbed);
+    EXPECT_EQ(windows.acted, (std::vector<std::string>{"close 1"}));
+    EXPECT_EQ(windows.activated.size(), 2u);
+}
+
+TEST_F(CycleControllerTest, TheActivationItemSwitchesAndTheCancellationItemLeavesAsItWas)
+{
+    settings.options.activationItem = WindowCycle::ItemPlace::Top;
+    settings.options.cancellationItem = WindowCycle::ItemPlace::Bottom;
+    settings.processWindowsWhenDone = true;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(altTab, 10);
+    loop.advance(1);
+    panel.clicked(0);
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+
+    cycles.hotKeyPressed(altTab, 20);
+    loop.advance(1);
+    panel.clicked(4);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_EQ(windows.activated.size(), 1u);
+
+    // Stepped onto with the keys, the release leaves everything as it was.
+    cycles.hotKeyPressed(altTab, 30);
+    loop.advance(1);
+    cycles.keyPressed(0x75, option, 31);
+    cycles.keyPressed(endKey, option, 32);
+    EXPECT_EQ(panel.selectedId, 0u);
+    cycles.modifiersReleased(0, 33);
+    EXPECT_FALSE(cycles.isCycling());
+    EXPECT_EQ(windows.activated.size(), 1u);
+    EXPECT_TRUE(windows.acted.empty());
 }
 
 TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveACycleBehind)
@@ -364,6 +453,38 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
             order)
             << tag;
     }
+
+    // The panel's own items and what follows an action on a window, by the pop-ups' indices.
+    using F = WindowCycle::FollowUp;
+    using P = WindowCycle::ItemPlace;
+    EXPECT_EQ(defaults.options.activationItem, std::nullopt);
+    EXPECT_EQ(defaults.options.cancellationItem, std::nullopt);
+    EXPECT_EQ(defaults.afterZoom, F::NextWindow);
+    EXPECT_EQ(defaults.afterMinimize, F::NextWindow);
+    EXPECT_EQ(defaults.afterClose, F::PreviousWindow);
+    EXPECT_FALSE(defaults.processWindowsWhenDone);
+    const PlistDictionary acting = {{std::string(keys::activateItem), true},
+                                    {std::string(keys::cancelItem), true},
+                                    {std::string(keys::cancelItemMode), 0},
+                                    {std::string(keys::afterZoomSelection), 0},
+                                    {std::string(keys::afterMinimizeSelection), 1},
+                                    {std::string(keys::afterCloseSelection), 7},
+                                    {std::string(keys::processWindowsWhenDone), true}};
+    const CycleSettings actor = CycleSettings::fromSettings(LayeredSettings(acting, *shipped));
+    EXPECT_EQ(actor.options.activationItem, P::Top);
+    EXPECT_EQ(actor.options.cancellationItem, P::Top);
+    EXPECT_EQ(actor.afterZoom, F::Nothing);
+    EXPECT_EQ(actor.afterMinimize, F::SameApplication);
+    EXPECT_EQ(actor.afterClose, F::PreviousWindow) << "an index the pop-up lacks: the default";
+    EXPECT_TRUE(actor.processWindowsWhenDone);
+    const PlistDictionary atBottom = {{std::string(keys::activateItem), true},
+                                      {std::string(keys::activateItemMode), 1},
+                                      {std::string(keys::cancelItem), true},
+                                      {std::string(keys::afterCloseSelection), 2}};
+    const CycleSettings bottom = CycleSettings::fromSettings(LayeredSettings(atBottom, *shipped));
+    EXPECT_EQ(bottom.options.activationItem, P::Bottom);
+    EXPECT_EQ(bottom.options.cancellationItem, P::Bottom);
+    EXPECT_EQ(bottom.afterClose, F::NextWindow);
 
     // With neither file the code's own defaults hold.
     const CycleSettings bare = CycleSettings::fromSettings(LayeredSettings(none, none));

@@ -206,6 +206,35 @@ TEST(PanelContentTest, ACyclesWindowsAreGroupedUnderTheirApplicationsWithTheSele
     EXPECT_EQ(view.cycleIndexAt(Point{1, 1}), std::nullopt);
 }
 
+TEST(PanelContentTest, TheCyclesOwnItemsStandInTheRowClickableAndWithoutABadge)
+{
+    const std::vector<CycleWindow> windows = {{1, "term", "Terminal", "~", false, 0, nullptr},
+                                              {2, "web", "Browser", "News", false, 0, nullptr}};
+    WindowCycle::Options options;
+    options.activationItem = WindowCycle::ItemPlace::Top;
+    options.cancellationItem = WindowCycle::ItemPlace::Bottom;
+    WindowCycle cycle(windows, 1, DaemonAction::CycleAllWindows, StepDirection::Forward, options);
+    cycle.selectLast();
+    const PanelContent content = PanelContent::fromCycle(cycle);
+    ASSERT_EQ(content.applications.size(), 4u);
+    EXPECT_EQ(content.applications[0].name, "Switch");
+    EXPECT_EQ(content.applications[0].kind, CycleItemKind::ActivationItem);
+    EXPECT_EQ(content.applications[3].name, "Cancel");
+    EXPECT_EQ(content.selectedApplication, 3u);
+    EXPECT_EQ(content.selected()->windows[0].title, "Close without switching");
+
+    PanelView view(PanelAppearance::fromSettings({}, shipped(), nullptr), content, 1280);
+    EXPECT_EQ(view.cycleIndexAt(middle(view.itemRect(0))), 0u);
+    EXPECT_EQ(view.cycleIndexAt(middle(view.itemRect(3))), 3u);
+    // The programs keep their badges 1 and 2; the own items have symbols, not initials.
+    const auto names = texts(drawn(view));
+    for (const char* badge : {"1", "2"}) {
+        EXPECT_EQ(std::count(names.begin(), names.end(), badge), 1) << badge;
+    }
+    EXPECT_EQ(std::count(names.begin(), names.end(), "3"), 0);
+    EXPECT_EQ(std::count(names.begin(), names.end(), "S"), 0);
+}
+
 TEST(PanelViewTest, NamesIconsAndBadgesAreDrawnOnlyWhenTheSettingsAskForThem)
 {
     const auto drawnWith = [](const PlistDictionary& settings) {

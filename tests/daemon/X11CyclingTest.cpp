@@ -34,6 +34,9 @@ constexpr xcb_keycode_t f9Key = 75;
 constexpr xcb_keycode_t zKey = 52;
 constexpr xcb_keycode_t mKey = 58;
 constexpr xcb_keycode_t wKey = 25;
+constexpr xcb_keycode_t minusKey = 20;
+constexpr xcb_keycode_t equalKey = 21;
+constexpr xcb_keycode_t deleteKey = 119;
 constexpr xcb_keycode_t capsLockKey = 66;
 constexpr xcb_keycode_t numLockKey = 77;
 constexpr std::uint16_t virtualTab = 0x30;
@@ -653,6 +656,62 @@ TEST_F(X11CyclingTest, FrontmostWindowKeysActOnItAndLockKeysMatterOnlyWhereAsked
     release(superKey);
     EXPECT_TRUE(becomesActive(ids[1]));
     tap(capsLockKey);
+}
+
+TEST_F(X11CyclingTest, KeysWhileACycleIsUpActOnTheSelectedWindowThenOrWhenItEnds)
+{
+    const auto ids = openWindows({"Alpha:one", "Beta:two"});
+    const auto lone = openWindows({"Gamma:three"});
+    focus(ids[0]);
+    focus(ids[1]);
+    focus(lone[0]); // used last: Gamma, Beta, Alpha
+    startDaemon(superTab());
+    const auto gone = [&](std::uint32_t id) {
+        return waitFor([&] {
+            const auto all = windows->windowsInRecentOrder();
+            return std::none_of(all.begin(), all.end(),
+                                [&](const CycleWindow& w) { return w.id == id; });
+        });
+    };
+
+    // Beta zoomed, then Alpha (the next) minimised, then Gamma (next again, around the end)
+    // closed; back from it, Alpha is selected and the release brings it back.
+    press(superKey);
+    tap(tabKey);
+    tap(equalKey);
+    EXPECT_TRUE(hasState(ids[1], ewmh._NET_WM_STATE_MAXIMIZED_VERT));
+    tap(minusKey);
+    EXPECT_TRUE(hasState(ids[0], ewmh._NET_WM_STATE_HIDDEN));
+    tap(deleteKey);
+    EXPECT_TRUE(gone(lone[0]));
+    EXPECT_TRUE(controller->isCycling());
+    release(superKey);
+    EXPECT_TRUE(becomesActive(ids[0]));
+
+    // Put off until the cycle ends: Escape drops the zoom, a switch carries it out.
+    PlistDictionary settings = superTab();
+    settings["Process Windows When Done"] = true;
+    useSettings(settings);
+    press(superKey);
+    tap(tabKey);
+    tap(equalKey);
+    tap(escapeKey);
+    release(superKey);
+    loop.runFor(0.3);
+    EXPECT_TRUE(hasState(ids[1], ewmh._NET_WM_STATE_MAXIMIZED_VERT)) << "still as it was";
+    press(superKey);
+    tap(tabKey);
+    tap(equalKey);
+    loop.runFor(0.3);
+    const auto states = stateOf(ids[1]);
+    EXPECT_NE(std::find(states.begin(), states.end(), ewmh._NET_WM_STATE_MAXIMIZED_VERT),
+              states.end())
+        << "nothing changes before the switch";
+    release(superKey);
+    EXPECT_TRUE(waitFor([&] {
+        const auto now = stateOf(ids[1]);
+        return std::find(now.begin(), now.end(), ewmh._NET_WM_STATE_MAXIMIZED_VERT) == now.end();
+    }));
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include "ports/RunLoop.hpp"
 #include "toolkit/Event.hpp"
 
+#include <algorithm>
+
 namespace vexto {
 
 namespace {
@@ -19,6 +21,8 @@ constexpr const char* showPanelSelector = "showPanel";
 // The keys a cycle answers besides its hot keys, as virtual key codes.
 enum CycleKey : std::uint16_t {
     returnKey = 0x24,
+    backspaceKey = 0x33,
+    deleteKey = 0x75,
     spaceKey = 0x31,
     escapeKey = 0x35,
     enterKey = 0x4C,
@@ -29,6 +33,13 @@ enum CycleKey : std::uint16_t {
     downKey = 0x7D,
     upKey = 0x7E,
 };
+
+bool actsOnAWindow(DaemonAction action)
+{
+    return action == DaemonAction::ZoomFrontmostWindow ||
+           action == DaemonAction::MinimizeFrontmostWindow ||
+           action == DaemonAction::CloseFrontmostWindow;
+}
 
 } // namespace
 
@@ -116,6 +127,11 @@ void CycleController::keyPressed(std::uint16_t keyCode, std::uint64_t modifiers,
     default:
         if (const auto step = stepOfKey(keyCode, modifiers)) {
             cycle_->step(*step);
+        } else if (const auto action = selectionActionOfKey(keyCode)) {
+            actOnSelection(*action, time);
+            if (!cycle_) {
+                return;
+            }
         } else if (const auto badge = badgeOfKey(keyCode)) {
             cycle_->select(*badge);
             activateSelection(time);
@@ -150,10 +166,20 @@ void CycleController::modifiersReleased(std::uint64_t stillHeld, std::uint32_t t
 
 void CycleController::itemClicked(std::size_t index, std::uint32_t time)
 {
-    if (cycle_ && index < cycle_->items().size()) {
-        cycle_->select(index);
-        activateSelection(time);
+    if (!cycle_ || index >= cycle_->items().size()) {
+        return;
     }
+    switch (cycle_->items()[index].kind) {
+    case CycleItemKind::ActivationItem:
+        break;
+    case CycleItemKind::CancellationItem:
+        cancel(time);
+        return;
+    case CycleItemKind::Window:
+        cycle_->select(index);
+        break;
+    }
+    activateSelection(time);
 }
 
 void CycleController::windowClosed(std::uint64_t id)
@@ -162,6 +188,7 @@ void CycleController::windowClosed(std::uint64_t id)
         return;
     }
     cycle_->remove(id);
+    std::erase_if(putOff_, [&](const PutOff& action) { return action.window.id == id; });
     if (cycle_->isEmpty()) {
         end(0);
     } else {
@@ -178,17 +205,91 @@ void CycleController::cancel(std::uint32_t time)
 
 void CycleController::activateSelection(std::uint32_t time)
 {
+    if (cycle_ && cycle_->cancellationItemSelected()) {
+        cancel(time);
+        return;
+    }
     const CycleWindow* chosen = cycle_ ? cycle_->selected() : nullptr;
     const std::optional<CycleWindow> target =
         chosen != nullptr ? std::optional(*chosen) : std::nullopt;
+    const std::vector<PutOff> putOff = std::move(putOff_);
     end(time);
+    for (const PutOff& action : putOff) {
+        perform(action.action, action.window, time);
+    }
     if (target) {
         windows_.activate(*target, time);
     }
 }
 
+void CycleController::actOnSelection(DaemonAction action, std::uint32_t time)
+{
+    const CycleWindow* selected = cycle_->selected();
+    if (selected == nullptr) {
+        return;
+    }
+    const CycleWindow window = *selected;
+    if (settings_.processWindowsWhenDone) {
+        putOff(action, window);
+    } else {
+        perform(action, window, time);
+    }
+    switch (action) {
+    case DaemonAction::ZoomFrontmostWindow:
+        cycle_->selectionActedOn(settings_.afterZoom, false);
+        break;
+    case DaemonAction::MinimizeFrontmostWindow:
+        cycle_->markMinimized(window.id);
+        cycle_->selectionActedOn(settings_.afterMinimize, false);
+        break;
+    default:
+        cycle_->selectionActedOn(settings_.afterClose, true);
+        break;
+    }
+    if (cycle_->isEmpty()) {
+        // The last window closed: nothing is left to switch to, but what was put off is done.
+        activateSelection(time);
+    }
+}
+
+void CycleController::putOff(DaemonAction action, const CycleWindow& window)
+{
+    const auto same = [&](const PutOff& earlier) {
+        return earlier.window.id == window.id && earlier.action == action;
+    };
+    if (action == DaemonAction::ZoomFrontmostWindow && std::erase_if(putOff_, same) != 0) {
+        return; // zoomed twice: back to its size, as if never zoomed
+    }
+    if (action == DaemonAction::CloseFrontmostWindow) {
+        // Closing makes the earlier changes to the window moot.
+        std::erase_if(putOff_,
+                      [&](const PutOff& earlier) { return earlier.window.id == window.id; });
+    }
+    if (std::none_of(putOff_.begin(), putOff_.end(), same)) {
+        putOff_.push_back({action, window});
+    }
+}
+
+void CycleController::perform(DaemonAction action, const CycleWindow& window, std::uint32_t time)
+{
+    switch (action) {
+    case DaemonAction::ZoomFrontmostWindow:
+        windows_.toggleZoom(window, time);
+        break;
+    case DaemonAction::MinimizeFrontmostWindow:
+        windows_.minimize(window);
+        break;
+    case DaemonAction::CloseFrontmostWindow:
+        windows_.close(window, time);
+        break;
+    default:
+        break;
+    }
+}
+
 void CycleController::end(std::uint32_t time)
 {
+    putOff_.clear();
     loop_.cancelPreviousPerformRequests(this, showPanelSelector, {});
     if (panelShown_ && panel_ != nullptr) {
         panel_->hideCycle();
@@ -237,6 +338,28 @@ std::optional<StepDirection> CycleController::stepOfKey(std::uint16_t keyCode,
     return (modifiers & Event::shiftKeyMask) != 0 && (forward->modifiers & Event::shiftKeyMask) == 0
                ? StepDirection::Backward
                : StepDirection::Forward;
+}
+
+std::optional<DaemonAction> CycleController::selectionActionOfKey(std::uint16_t keyCode) const
+{
+    // The frontmost-window keys act on the selection; the cycle's own modifiers are held with
+    // them, so their key alone is enough.
+    for (const HotKeyBinding& binding : bindings_) {
+        if (actsOnAWindow(binding.action) && binding.keyCode == keyCode) {
+            return binding.action;
+        }
+    }
+    if (keyCode == deleteKey || keyCode == backspaceKey) {
+        return DaemonAction::CloseFrontmostWindow;
+    }
+    const auto typed = layout_ != nullptr ? layout_->characterForKeyCode(keyCode) : std::nullopt;
+    if (typed == u'+' || typed == u'=') {
+        return DaemonAction::ZoomFrontmostWindow;
+    }
+    if (typed == u'-') {
+        return DaemonAction::MinimizeFrontmostWindow;
+    }
+    return std::nullopt;
 }
 
 std::optional<std::size_t> CycleController::badgeOfKey(std::uint16_t keyCode) const

@@ -19,8 +19,10 @@ class WindowSystem;
 // Turns the keys of a cycle into a switch of windows: a cycle hot key starts a cycle and grabs
 // the keyboard, further presses move the selection, the release of the hot key's modifiers
 // activates the selected window and Escape cancels. The panel shows only when a cycle is held
-// for the panel delay, so that a quick press and release switches without it. Keys are the
-// platform's virtual key codes and modifier words, as the settings keep them.
+// for the panel delay, so that a quick press and release switches without it. While it is up,
+// the selected window can be zoomed (+ or =), minimised (-) and closed (Delete or Backspace),
+// and by the keys of the frontmost-window actions. Keys are the platform's virtual key codes
+// and modifier words, as the settings keep them.
 class CycleController {
 public:
     CycleController(RunLoop& loop, WindowSystem& windows, CyclePanel* panel);
@@ -51,7 +53,14 @@ public:
     void cancel(std::uint32_t time);
 
 private:
+    // Switches to the selected window, after the zooming, minimising and closing put off
+    // until now; the cancellation item selected cancels instead.
     void activateSelection(std::uint32_t time);
+    void actOnSelection(DaemonAction action, std::uint32_t time);
+    void putOff(DaemonAction action, const CycleWindow& window);
+    void perform(DaemonAction action, const CycleWindow& window, std::uint32_t time);
+    // The zoom, minimise or close action a key asks for on the selected window.
+    std::optional<DaemonAction> selectionActionOfKey(std::uint16_t keyCode) const;
     void end(std::uint32_t time);
     void showPanel();
     void redraw();
@@ -70,6 +79,11 @@ private:
     std::unique_ptr<WindowCycle> cycle_;
     HotKeyBinding started_;
     bool panelShown_ = false;
+    struct PutOff {
+        DaemonAction action;
+        CycleWindow window;
+    };
+    std::vector<PutOff> putOff_;
 };
 
 } // namespace vexto

@@ -30,6 +30,31 @@ std::vector<std::string> strings(const LayeredSettings& settings, std::string_vi
     return found;
 }
 
+// An index the pop-up does not have reads as the default.
+template <typename Choice>
+Choice choice(const LayeredSettings& settings, std::string_view key, long long defaultIndex,
+              long long lastIndex)
+{
+    const long long index = settings.integer(key).value_or(defaultIndex);
+    return static_cast<Choice>(index >= 0 && index <= lastIndex ? index : defaultIndex);
+}
+
+std::optional<WindowCycle::ItemPlace> ownItem(const LayeredSettings& settings,
+                                              std::string_view shown, std::string_view place,
+                                              bool shownByDefault, long long defaultPlace)
+{
+    if (!settings.flag(shown, shownByDefault)) {
+        return std::nullopt;
+    }
+    return choice<WindowCycle::ItemPlace>(settings, place, defaultPlace, 1);
+}
+
+WindowCycle::FollowUp followUp(const LayeredSettings& settings, std::string_view key,
+                               long long defaultIndex)
+{
+    return choice<WindowCycle::FollowUp>(settings, key, defaultIndex, 3);
+}
+
 } // namespace
 
 CycleSettings CycleSettings::fromSettings(const LayeredSettings& settings)
@@ -44,13 +69,9 @@ CycleSettings CycleSettings::fromSettings(const LayeredSettings& settings)
     made.panelDelaySeconds = std::clamp(delay / 1000.0, 0.0, longestPanelDelay);
     made.switchAcrossSpaces =
         settings.flag(keys::switchAcrossSpaces, declared::booleanDefault(keys::switchAcrossSpaces));
-    // A tag the pop-up does not have reads as the default.
-    const auto order = settings.integer(keys::applicationsSortOrder)
-                           .value_or(declared::integerDefault(keys::applicationsSortOrder));
-    made.options.applicationOrder =
-        order >= 0 && order <= 3 ? static_cast<WindowCycle::ApplicationOrder>(order)
-                                 : static_cast<WindowCycle::ApplicationOrder>(
-                                       declared::integerDefault(keys::applicationsSortOrder));
+    made.options.applicationOrder = choice<WindowCycle::ApplicationOrder>(
+        settings, keys::applicationsSortOrder,
+        declared::integerDefault(keys::applicationsSortOrder), 3);
     made.options.invertApplicationOrder =
         settings.flag(keys::invertApplicationsSortOrder,
                       declared::booleanDefault(keys::invertApplicationsSortOrder));
@@ -60,6 +81,20 @@ CycleSettings CycleSettings::fromSettings(const LayeredSettings& settings)
     made.options.leftOutTitles = strings(settings, keys::windowExceptions);
     made.activateOnNoModifiers = settings.flag(
         keys::activateOnNoModifiers, declared::booleanDefault(keys::activateOnNoModifiers));
+    made.options.activationItem = ownItem(settings, keys::activateItem, keys::activateItemMode,
+                                          declared::booleanDefault(keys::activateItem),
+                                          declared::integerDefault(keys::activateItemMode));
+    made.options.cancellationItem = ownItem(settings, keys::cancelItem, keys::cancelItemMode,
+                                            declared::booleanDefault(keys::cancelItem),
+                                            declared::integerDefault(keys::cancelItemMode));
+    made.afterZoom = followUp(settings, keys::afterZoomSelection,
+                              declared::integerDefault(keys::afterZoomSelection));
+    made.afterMinimize = followUp(settings, keys::afterMinimizeSelection,
+                                  declared::integerDefault(keys::afterMinimizeSelection));
+    made.afterClose = followUp(settings, keys::afterCloseSelection,
+                               declared::integerDefault(keys::afterCloseSelection));
+    made.processWindowsWhenDone = settings.flag(
+        keys::processWindowsWhenDone, declared::booleanDefault(keys::processWindowsWhenDone));
     return made;
 }
 

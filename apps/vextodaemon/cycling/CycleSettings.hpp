@@ -19,6 +19,13 @@ struct CycleSettings {
     bool switchAcrossSpaces = true;
     // Typing an application's badge, "1" to "9" then "a" to "z", activates it.
     bool shortcutBadges = true;
+    // What the panel selects after zooming, minimising or closing its selected window.
+    WindowCycle::FollowUp afterZoom = WindowCycle::FollowUp::NextWindow;
+    WindowCycle::FollowUp afterMinimize = WindowCycle::FollowUp::NextWindow;
+    WindowCycle::FollowUp afterClose = WindowCycle::FollowUp::PreviousWindow;
+    // Zooming, minimising and closing from the panel wait until the cycle ends with a switch;
+    // Escape and the cancellation item drop them.
+    bool processWindowsWhenDone = false;
 
     static CycleSettings fromSettings(const LayeredSettings& settings);
 };

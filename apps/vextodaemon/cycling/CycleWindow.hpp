@@ -9,6 +9,10 @@
 
 namespace vexto {
 
+// Besides its windows a cycle may list two items of its own: one that switches to the selected
+// window when clicked, and one that ends the cycle without switching.
+enum class CycleItemKind { Window, ActivationItem, CancellationItem };
+
 // A window as a cycle lists it.
 struct CycleWindow {
     std::uint64_t id = 0;
@@ -26,7 +30,9 @@ struct CycleWindow {
     std::uint32_t mappedOrder = 0;
     // What the desktop is called (its number from 1 where the window manager names none).
     std::string desktopName = {};
+    CycleItemKind kind = CycleItemKind::Window;
 
+    bool isWindow() const { return kind == CycleItemKind::Window; }
     bool operator==(const CycleWindow&) const = default;
 };
 

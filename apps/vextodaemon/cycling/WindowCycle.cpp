@@ -82,7 +82,55 @@ WindowCycle::WindowCycle(const std::vector<CycleWindow>& recentFirst,
         return;
     }
     orderApplications();
+    addOwnItems();
     selectFirstStep(active, firstStep);
+}
+
+void WindowCycle::addOwnItems()
+{
+    std::size_t atTop = 0;
+    const auto add = [&](std::optional<ItemPlace> place, CycleItemKind kind) {
+        if (!place) {
+            return;
+        }
+        CycleWindow item;
+        item.kind = kind;
+        if (*place == ItemPlace::Top) {
+            items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(atTop++), item);
+        } else {
+            items_.push_back(item);
+        }
+    };
+    add(options_.activationItem, CycleItemKind::ActivationItem);
+    add(options_.cancellationItem, CycleItemKind::CancellationItem);
+}
+
+template <typename Wanted>
+std::optional<std::size_t> WindowCycle::nearest(std::ptrdiff_t from, StepDirection direction,
+                                                bool wrap, Wanted wanted) const
+{
+    const auto count = static_cast<std::ptrdiff_t>(items_.size());
+    const std::ptrdiff_t delta = direction == StepDirection::Forward ? 1 : -1;
+    std::ptrdiff_t at = from;
+    for (std::ptrdiff_t tried = 0; tried < count; ++tried) {
+        at += delta;
+        if (at < 0 || at >= count) {
+            if (!wrap) {
+                return std::nullopt;
+            }
+            at = (at + count) % count;
+        }
+        if (wanted(items_[static_cast<std::size_t>(at)])) {
+            return static_cast<std::size_t>(at);
+        }
+    }
+    return std::nullopt;
+}
+
+std::size_t WindowCycle::windowCount() const
+{
+    return static_cast<std::size_t>(std::count_if(
+        items_.begin(), items_.end(), [](const CycleWindow& item) { return item.isWindow(); }));
 }
 
 void WindowCycle::orderApplications()
@@ -144,32 +192,37 @@ void WindowCycle::orderApplications()
 
 void WindowCycle::selectFirstStep(std::optional<std::uint64_t> active, StepDirection firstStep)
 {
-    const auto at = std::find_if(items_.begin(), items_.end(),
-                                 [&](const CycleWindow& w) { return w.id == active; });
+    const auto isWindow = [](const CycleWindow& item) {
+        return item.isWindow();
+    };
+    const auto at = std::find_if(items_.begin(), items_.end(), [&](const CycleWindow& w) {
+        return w.isWindow() && w.id == active;
+    });
     if (at == items_.end()) {
         // The focused window is not offered: the first window offered is already the one after
         // it, and the last the one before.
-        selected_ = firstStep == StepDirection::Forward ? 0 : items_.size() - 1;
+        selected_ =
+            firstStep == StepDirection::Forward
+                ? nearest(-1, StepDirection::Forward, false, isWindow)
+                : nearest(std::ptrdiff_t(items_.size()), StepDirection::Backward, false, isWindow);
         return;
     }
-    const auto place = static_cast<std::size_t>(at - items_.begin());
-    selected_ = place;
-    if (!options_.stepForwardInitially) {
-        return;
-    }
-    if (firstStep == StepDirection::Forward) {
-        if (items_.size() > 1) {
-            selected_ = (place + 1) % items_.size();
-        }
-    } else {
-        // A first step backwards goes past either end, whatever the wrapping.
-        selected_ = place == 0 ? items_.size() - 1 : place - 1;
+    selected_ = static_cast<std::size_t>(at - items_.begin());
+    if (options_.stepForwardInitially) {
+        // The first step goes past either end whatever the wrapping, and only to a window: a
+        // quick press and release must switch.
+        selected_ = nearest(std::ptrdiff_t(*selected_), firstStep, true, isWindow);
     }
 }
 
 const CycleWindow* WindowCycle::selected() const
 {
-    return selected_ ? &items_[*selected_] : nullptr;
+    return selected_ && items_[*selected_].isWindow() ? &items_[*selected_] : nullptr;
+}
+
+bool WindowCycle::cancellationItemSelected() const
+{
+    return selected_ && items_[*selected_].kind == CycleItemKind::CancellationItem;
 }
 
 std::vector<std::size_t> WindowCycle::firstWindowOfEachApplication() const
@@ -179,46 +232,53 @@ std::vector<std::size_t> WindowCycle::firstWindowOfEachApplication() const
         const bool seen = std::any_of(firsts.begin(), firsts.end(), [&](std::size_t first) {
             return items_[first].applicationKey == items_[index].applicationKey;
         });
-        if (!seen) {
+        if (items_[index].isWindow() && !seen) {
             firsts.push_back(index);
         }
     }
     return firsts;
 }
 
+namespace {
+
+bool isStop(const CycleWindow& item)
+{
+    return item.kind != CycleItemKind::ActivationItem;
+}
+
+StepDirection opposite(StepDirection direction)
+{
+    return direction == StepDirection::Forward ? StepDirection::Backward : StepDirection::Forward;
+}
+
+} // namespace
+
 void WindowCycle::step(StepDirection direction)
 {
-    if (!selected_) {
+    if (items_.empty()) {
         return;
     }
-    const std::size_t count = items_.size();
-    const std::size_t at = *selected_;
-    if (direction == StepDirection::Forward) {
-        if (at + 1 < count) {
-            selected_ = at + 1;
-        } else if (options_.wrapAround) {
-            selected_ = 0;
-        }
-    } else {
-        if (at > 0) {
-            selected_ = at - 1;
-        } else if (options_.wrapAround) {
-            selected_ = count - 1;
-        }
+    std::ptrdiff_t from = std::ptrdiff_t(selected_.value_or(emptyPlace_));
+    if (!selected_ && emptyPlaceWasRemoved_ && direction == StepDirection::Forward) {
+        from -= 1; // the item after the gone one took its place
+    }
+    if (const auto next = nearest(from, direction, options_.wrapAround, isStop)) {
+        selected_ = next;
     }
 }
 
 void WindowCycle::selectFirst()
 {
-    if (!items_.empty()) {
-        selected_ = 0;
+    if (const auto first = nearest(-1, StepDirection::Forward, false, isStop)) {
+        selected_ = first;
     }
 }
 
 void WindowCycle::selectLast()
 {
-    if (!items_.empty()) {
-        selected_ = items_.size() - 1;
+    if (const auto last =
+            nearest(std::ptrdiff_t(items_.size()), StepDirection::Backward, false, isStop)) {
+        selected_ = last;
     }
 }
 
@@ -231,17 +291,105 @@ void WindowCycle::select(std::size_t index)
 
 void WindowCycle::remove(std::uint64_t id)
 {
-    const auto gone = std::find_if(items_.begin(), items_.end(),
-                                   [&](const CycleWindow& w) { return w.id == id; });
+    const auto gone = std::find_if(items_.begin(), items_.end(), [&](const CycleWindow& w) {
+        return w.isWindow() && w.id == id;
+    });
     if (gone == items_.end()) {
         return;
     }
     const auto index = static_cast<std::size_t>(gone - items_.begin());
     items_.erase(gone);
-    if (items_.empty()) {
+    if (windowCount() == 0) {
+        items_.clear();
         selected_.reset();
-    } else if (*selected_ > index || *selected_ == items_.size()) {
+        return;
+    }
+    if (!selected_) {
+        emptyPlaceWasRemoved_ = emptyPlaceWasRemoved_ || emptyPlace_ == index;
+        emptyPlace_ -= emptyPlace_ > index ? 1 : 0;
+        return;
+    }
+    const bool selectedWentAway = *selected_ == index;
+    if (*selected_ > index || *selected_ == items_.size()) {
         selected_ = *selected_ - 1;
+    }
+    if (selectedWentAway && !isStop(items_[*selected_])) {
+        // The item that took the gone one's place is there for the mouse only.
+        const auto wasAt = std::ptrdiff_t(*selected_);
+        selected_ = nearest(wasAt, StepDirection::Forward, false, isStop);
+        if (!selected_) {
+            selected_ = nearest(wasAt, StepDirection::Backward, false, isStop);
+        }
+    }
+}
+
+std::optional<std::size_t> WindowCycle::followUpOf(FollowUp followUp, std::size_t actedOn,
+                                                   bool closed) const
+{
+    const CycleWindow& acted = items_[actedOn];
+    const auto other = [&](const CycleWindow& w) {
+        return w.isWindow() && w.id != acted.id;
+    };
+    const auto from = std::ptrdiff_t(actedOn);
+    const auto neighbour = [&](StepDirection direction) -> std::optional<std::size_t> {
+        if (const auto found = nearest(from, direction, options_.wrapAround, other)) {
+            return found;
+        }
+        // At an end without wrapping: the window stays selected, or, gone, its neighbour.
+        return closed ? nearest(from, opposite(direction), false, other) : std::optional(actedOn);
+    };
+    switch (followUp) {
+    case FollowUp::Nothing:
+        return std::nullopt;
+    case FollowUp::SameApplication:
+        if (const auto same =
+                nearest(from, StepDirection::Forward, true, [&](const CycleWindow& w) {
+                    return other(w) && w.applicationKey == acted.applicationKey;
+                })) {
+            return same;
+        }
+        return closed ? neighbour(StepDirection::Forward) : std::optional(actedOn);
+    case FollowUp::NextWindow:
+        return neighbour(StepDirection::Forward);
+    case FollowUp::PreviousWindow:
+        return neighbour(StepDirection::Backward);
+    }
+    return std::nullopt;
+}
+
+void WindowCycle::selectionActedOn(FollowUp followUp, bool closed)
+{
+    if (selected() == nullptr) {
+        return;
+    }
+    const std::size_t at = *selected_;
+    const auto next = followUpOf(followUp, at, closed);
+    const std::uint64_t nextId = next ? items_[*next].id : 0;
+    if (closed) {
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(at));
+        if (windowCount() == 0) {
+            items_.clear();
+            selected_.reset();
+            return;
+        }
+    }
+    selected_.reset();
+    emptyPlace_ = at;
+    emptyPlaceWasRemoved_ = closed;
+    if (next) {
+        const auto found = std::find_if(items_.begin(), items_.end(), [&](const CycleWindow& w) {
+            return w.isWindow() && w.id == nextId;
+        });
+        selected_ = static_cast<std::size_t>(found - items_.begin());
+    }
+}
+
+void WindowCycle::markMinimized(std::uint64_t id)
+{
+    for (CycleWindow& item : items_) {
+        if (item.isWindow() && item.id == id) {
+            item.minimized = true;
+        }
     }
 }
 

@@ -26,6 +26,20 @@ PanelContent PanelContent::fromCycle(const WindowCycle& cycle)
     const auto& items = cycle.items();
     for (std::size_t index = 0; index < items.size(); ++index) {
         const CycleWindow& window = items[index];
+        if (!window.isWindow()) {
+            const bool activates = window.kind == CycleItemKind::ActivationItem;
+            content.applications.push_back(
+                {activates ? "Switch" : "Cancel",
+                 {},
+                 {{activates ? "Switch to the selected window" : "Close without switching", index}},
+                 nullptr,
+                 window.kind});
+            if (cycle.selectedIndex() == index) {
+                content.selectedApplication = content.applications.size() - 1;
+                content.selectedWindow = 0;
+            }
+            continue;
+        }
         auto application =
             std::find_if(content.applications.begin(), content.applications.end(),
                          [&](const Application& a) { return a.key == window.applicationKey; });

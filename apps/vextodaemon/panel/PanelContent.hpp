@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cycling/CycleWindow.hpp"
 #include "foundation/Bitmap.hpp"
 
 #include <cstddef>
@@ -30,6 +31,9 @@ struct PanelContent {
         std::vector<Window> windows;
         // The first of its windows' own icons; none: a generic one is drawn.
         std::shared_ptr<const Bitmap> icon = nullptr;
+        // The cycle's own activation and cancellation items stand in the row like programs,
+        // with a symbol for an icon and no badge.
+        CycleItemKind kind = CycleItemKind::Window;
     };
     std::vector<Application> applications;
     std::size_t selectedApplication = 0;

@@ -58,6 +58,7 @@ std::string initial(const std::string& name)
 }
 
 // "1" to "9", then "a" to "z": what a badge shows and a typed key picks.
+// The badge of the program at `index` among the programs of the row.
 std::string badgeText(std::size_t index)
 {
     if (index < 9) {
@@ -343,6 +344,8 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
         const Rect icon = item.insetBy(item_ * 0.08, item_ * 0.08);
         if (const Image* own = imageOf(application.icon)) {
             canvas.drawImage(*own, icon, CompositingOperation::SourceOver, 1);
+        } else if (application.kind != CycleItemKind::Window) {
+            drawOwnItemIcon(canvas, application.kind, icon);
         } else {
             drawGenericIcon(canvas, application, icon);
         }
@@ -396,6 +399,35 @@ void PanelView::drawGenericIcon(Canvas& canvas, const PanelContent::Application&
                     Color::whiteColor(), TextAlignment::Center);
 }
 
+void PanelView::drawOwnItemIcon(Canvas& canvas, CycleItemKind kind, const Rect& icon) const
+{
+    // A tick for switching, a cross for leaving: drawn, so that no icon theme is needed.
+    const bool activates = kind == CycleItemKind::ActivationItem;
+    const auto rgb = [](float r, float g, float b) {
+        return Color::calibratedRGB(r, g, b, 1);
+    };
+    const Gradient body(activates ? rgb(0.25f, 0.62f, 0.33f) : rgb(0.72f, 0.25f, 0.22f),
+                        activates ? rgb(0.16f, 0.45f, 0.23f) : rgb(0.52f, 0.16f, 0.14f));
+    const Rect face = icon.insetBy(icon.width() * 0.12, icon.height() * 0.12);
+    KRVXDrawGradientBevelInRect(canvas, &body, std::nullopt, face, face.width() * 0.5);
+    // Points of the mark on a 0..1 square, y upwards, scaled onto the face's middle.
+    const Rect mark = face.insetBy(face.width() * 0.27, face.height() * 0.27);
+    const auto at = [&](double x, double y) {
+        return Point{mark.minX() + x * mark.width(), mark.minY() + y * mark.height()};
+    };
+    const Color white = Color::whiteColor();
+    if (activates) {
+        canvas.fill(BezierPath::polygon({at(0, 0.55), at(0.14, 0.69), at(0.38, 0.3), at(0.86, 1),
+                                         at(1, 0.86), at(0.38, 0)}),
+                    white);
+    } else {
+        canvas.fill(BezierPath::polygon({at(0, 0.12), at(0.12, 0), at(1, 0.88), at(0.88, 1)}),
+                    white);
+        canvas.fill(BezierPath::polygon({at(0, 0.88), at(0.88, 0), at(1, 0.12), at(0.12, 1)}),
+                    white);
+    }
+}
+
 const Image* PanelView::imageOf(const std::shared_ptr<const Bitmap>& icon) const
 {
     if (!icon || icon->width <= 0 || icon->height <= 0) {
@@ -410,7 +442,16 @@ const Image* PanelView::imageOf(const std::shared_ptr<const Bitmap>& icon) const
 
 void PanelView::drawBadge(Canvas& canvas, std::size_t index) const
 {
-    const std::string text = badgeText(index);
+    const auto isProgram = [](const PanelContent::Application& a) {
+        return a.kind == CycleItemKind::Window;
+    };
+    const auto& applications = content_.applications;
+    if (!isProgram(applications[index])) {
+        return;
+    }
+    const auto before = std::count_if(
+        applications.begin(), applications.begin() + static_cast<std::ptrdiff_t>(index), isProgram);
+    const std::string text = badgeText(static_cast<std::size_t>(before));
     if (text.empty()) {
         return;
     }

@@ -79,6 +79,7 @@ private:
     Rect spaceBadgeRect(const Rect& row, const std::string& name) const;
     void drawGenericIcon(Canvas& canvas, const PanelContent::Application& application,
                          const Rect& icon) const;
+    void drawOwnItemIcon(Canvas& canvas, CycleItemKind kind, const Rect& icon) const;
     // An image of a window's or application's own pixels, made once per picture.
     const Image* imageOf(const std::shared_ptr<const Bitmap>& icon) const;
 
