@@ -222,7 +222,7 @@ public:
         sampleTimer_.stop();
         PanelContent content = PanelContent::fromCycle(cycle);
         if (look_->iconMode != 0) {
-            themeIcons_.fill(content, look_->itemSize);
+            themeIcons_.fill(content, look_->itemSize, look_->documentIconOverlays);
         }
         // A step of the cycle only moves the selection: the window keeps its size and shape.
         if (window_.takeSelectionOf(content)) {

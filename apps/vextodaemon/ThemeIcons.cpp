@@ -1,5 +1,7 @@
 #include "ThemeIcons.hpp"
 
+#include "panel/IconLikeness.hpp"
+
 #include <QIcon>
 #include <QImage>
 #include <QPixmap>
@@ -8,13 +10,28 @@
 
 namespace vexto {
 
-void ThemeIcons::fill(PanelContent& content, double itemSize)
+void ThemeIcons::fill(PanelContent& content, double itemSize, bool overlays)
 {
-    for (PanelContent::Application& application : content.applications) {
-        if (!application.icon) {
-            application.icon = iconFor(application.name, int(std::ceil(itemSize * 2)));
-        }
+    const int pixels = int(std::ceil(itemSize * 2));
+    content.useProgramIcons(
+        [&](const std::string& name) { return iconFor(name, pixels); }, overlays,
+        [this](const auto& own, const auto& program) { return lookAlike(own, program); });
+}
+
+bool ThemeIcons::lookAlike(const std::shared_ptr<const Bitmap>& own,
+                           const std::shared_ptr<const Bitmap>& program)
+{
+    constexpr std::size_t mostRemembered = 512;
+    const auto key = std::pair(own.get(), program.get());
+    if (const auto known = compared_.find(key); known != compared_.end()) {
+        return known->second.alike;
     }
+    if (compared_.size() >= mostRemembered) {
+        compared_.clear(); // windows come and go: the icons of gone ones are let go of
+    }
+    const bool alike = iconsLookAlike(*own, *program);
+    compared_.emplace(key, Compared{own, program, alike});
+    return alike;
 }
 
 std::shared_ptr<const Bitmap> ThemeIcons::iconFor(const std::string& windowClass, int pixels)

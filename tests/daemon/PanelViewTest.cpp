@@ -3,6 +3,7 @@
 #include "../support/ShippedLooks.hpp"
 #include "cycling/WindowCycle.hpp"
 #include "foundation/DictionaryExtensions.hpp"
+#include "panel/IconLikeness.hpp"
 #include "panel/PanelAppearance.hpp"
 #include "panel/PanelContent.hpp"
 #include "platform/fake/FakeFontCatalog.hpp"
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -235,6 +237,29 @@ TEST(PanelContentTest, TheCyclesOwnItemsStandInTheRowClickableAndWithoutABadge)
     EXPECT_EQ(std::count(names.begin(), names.end(), "S"), 0);
 }
 
+// A square icon of `side` pixels: a colour on the left half, another on the right.
+Bitmap halves(int side, std::array<std::uint8_t, 4> left, std::array<std::uint8_t, 4> right)
+{
+    Bitmap icon{side, side, {}};
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            const auto& pixel = x < side / 2 ? left : right;
+            icon.rgba.insert(icon.rgba.end(), pixel.begin(), pixel.end());
+        }
+    }
+    return icon;
+}
+
+TEST(IconLikenessTest, TheSamePictureInAnotherSizeIsAlikeAndInvisiblePixelsDoNotCount)
+{
+    const Bitmap big = halves(96, {200, 30, 30, 255}, {0, 0, 0, 0});
+    EXPECT_TRUE(iconsLookAlike(big, halves(16, {205, 26, 34, 255}, {90, 90, 255, 0})));
+    EXPECT_FALSE(iconsLookAlike(big, halves(16, {0, 0, 0, 0}, {200, 30, 30, 255}))) << "mirrored";
+    EXPECT_FALSE(iconsLookAlike(big, halves(16, {30, 30, 200, 255}, {0, 0, 0, 0})));
+    EXPECT_FALSE(iconsLookAlike(big, Bitmap{4, 4, {1, 2, 3}})) << "pixels missing";
+    EXPECT_FALSE(iconsLookAlike(Bitmap{}, Bitmap{}));
+}
+
 TEST(PanelViewTest, NamesIconsAndBadgesAreDrawnOnlyWhenTheSettingsAskForThem)
 {
     const auto drawnWith = [](const PlistDictionary& settings) {
@@ -251,6 +276,12 @@ TEST(PanelViewTest, NamesIconsAndBadgesAreDrawnOnlyWhenTheSettingsAskForThem)
     const auto withoutNames = texts(drawnWith({{std::string(keys::showApplicationNames), false}}));
     EXPECT_EQ(std::find(withoutNames.begin(), withoutNames.end(), "Terminal"), withoutNames.end());
     EXPECT_NE(std::find(withoutNames.begin(), withoutNames.end(), "Inbox"), withoutNames.end());
+
+    // The sample's selected application carries a window icon of its own, over its program's.
+    EXPECT_EQ(countStarting(everything, "image 32x32"), 1u);
+    EXPECT_EQ(
+        countStarting(drawnWith({{std::string(keys::showDocumentIconOverlays), false}}), "image"),
+        0u);
 
     const auto withoutIcons = texts(drawnWith({{std::string(keys::iconMode), 0}}));
     EXPECT_NE(std::find(withoutIcons.begin(), withoutIcons.end(), "Terminal"), withoutIcons.end());

@@ -42,7 +42,8 @@ TEST(ThemeIconsTest, AnApplicationWithoutIconsGetsItsDesktopEntrysFromTheTheme)
     content.applications = {{"Painter", "p", {}}, {"Direct", "d", {}}, {"Nameless", "n", {}}};
     const auto own = std::make_shared<const Bitmap>(Bitmap{1, 1, {1, 2, 3, 4}});
     content.applications.push_back({"Painter", "q", {}, own});
-    themed.fill(content, 24);
+    const PanelContent unfilled = content;
+    themed.fill(content, 24, false);
     for (std::size_t index : {0u, 1u}) {
         const auto& icon = content.applications[index].icon;
         ASSERT_TRUE(icon) << index;
@@ -53,6 +54,23 @@ TEST(ThemeIconsTest, AnApplicationWithoutIconsGetsItsDesktopEntrysFromTheTheme)
     }
     EXPECT_FALSE(content.applications[2].icon);
     EXPECT_EQ(content.applications[3].icon, own) << "a window's own icon comes first";
+    EXPECT_FALSE(content.applications[3].overlay);
+
+    // With overlays the program's icon comes first, and the window's own goes over it where it
+    // shows another picture: not where it is the program's icon in another size.
+    PanelContent overlaid = unfilled;
+    Bitmap sameRed{16, 16, {}};
+    for (int pixel = 0; pixel < 16 * 16; ++pixel) {
+        sameRed.rgba.insert(sameRed.rgba.end(), {250, 4, 0, 130});
+    }
+    const auto alike = std::make_shared<const Bitmap>(sameRed);
+    overlaid.applications.push_back({"Painter", "r", {}, alike});
+    themed.fill(overlaid, 24, true);
+    EXPECT_EQ(overlaid.applications[3].icon->width, 48);
+    EXPECT_EQ(overlaid.applications[3].overlay, own);
+    EXPECT_EQ(overlaid.applications[4].icon->width, 48);
+    EXPECT_FALSE(overlaid.applications[4].overlay);
+    EXPECT_FALSE(overlaid.applications[2].overlay) << "no program icon, nothing to go over";
     fs::remove_all(root);
 }
 

@@ -113,6 +113,9 @@ PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSetting
         std::clamp<std::int64_t>(settings.integer(keys::iconMode)
                                      .value_or(settingdeclarations::integerDefault(keys::iconMode)),
                                  0, 2);
+    look.documentIconOverlays =
+        settings.flag(keys::showDocumentIconOverlays,
+                      settingdeclarations::booleanDefault(keys::showDocumentIconOverlays));
     look.onMouseScreen = settings.flag(keys::showPanelOnMouseScreen, false);
     look.font = panelFont(settings, fonts, 13);
     return look;

@@ -36,6 +36,8 @@ struct PanelAppearance {
     bool showApplicationNames = true;
     // 0: no icons; 1: application icons; 2: application and window icons.
     std::int64_t iconMode = 1;
+    // A window's own icon drawn small over its program's where they differ.
+    bool documentIconOverlays = true;
     bool onMouseScreen = false;
     // Off: a window's desktop is named only when it is not the current one. On: always, unless
     // `hideCurrentSpaceBadges`.

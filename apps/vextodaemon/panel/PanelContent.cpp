@@ -6,6 +6,55 @@
 
 namespace vexto {
 
+namespace {
+
+// A page with a folded corner and lines of text: what the sample shows as a window's own icon.
+std::shared_ptr<const Bitmap> samplePage()
+{
+    constexpr int side = 32;
+    Bitmap page;
+    page.width = side;
+    page.height = side;
+    page.rgba.assign(std::size_t(side * side * 4), 0);
+    for (int y = 2; y < side - 2; ++y) {
+        for (int x = 6; x < side - 6; ++x) {
+            const bool folded = x - (side - 14) > y - 2;
+            const bool line = y > 10 && y % 4 == 0 && x > 9 && x < side - 9;
+            const bool edge = x == 6 || x == side - 7 || y == 2 || y == side - 3;
+            std::uint8_t* pixel = &page.rgba[std::size_t((y * side + x) * 4)];
+            if (folded) {
+                continue;
+            }
+            const std::uint8_t grey = edge ? 120 : 250;
+            pixel[0] = line ? 60 : grey;
+            pixel[1] = line ? 110 : grey;
+            pixel[2] = line ? 200 : grey;
+            pixel[3] = 255;
+        }
+    }
+    return std::make_shared<const Bitmap>(std::move(page));
+}
+
+} // namespace
+
+void PanelContent::useProgramIcons(const ProgramIcons& programIcon, bool overlays,
+                                   const Likeness& alike)
+{
+    for (Application& application : applications) {
+        if (application.kind != CycleItemKind::Window || (application.icon && !overlays)) {
+            continue;
+        }
+        const std::shared_ptr<const Bitmap> program = programIcon(application.name);
+        if (!program) {
+            continue;
+        }
+        if (application.icon && !alike(application.icon, program)) {
+            application.overlay = application.icon;
+        }
+        application.icon = program;
+    }
+}
+
 PanelContent PanelContent::sample()
 {
     PanelContent content;
@@ -16,6 +65,7 @@ PanelContent PanelContent::sample()
     }
     content.applications[1].windows = {
         {"Inbox", 1, nullptr}, {"Re: Quarterly figures", 1, nullptr}, {"Drafts", 1, nullptr}};
+    content.applications[1].overlay = samplePage();
     content.selectedApplication = 1;
     return content;
 }

@@ -4,6 +4,7 @@
 #include "foundation/Bitmap.hpp"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,12 +30,18 @@ struct PanelContent {
         // One running program: two runs of the same program are two applications.
         std::string key;
         std::vector<Window> windows;
-        // The first of its windows' own icons; none: a generic one is drawn.
+        // The first of its windows' own icons, or its program's; none: a generic one is drawn.
         std::shared_ptr<const Bitmap> icon = nullptr;
         // The cycle's own activation and cancellation items stand in the row like programs,
         // with a symbol for an icon and no badge.
         CycleItemKind kind = CycleItemKind::Window;
+        // Its first window's own icon where that differs from the program's, drawn small over
+        // the program's icon.
+        std::shared_ptr<const Bitmap> overlay = nullptr;
     };
+    using ProgramIcons = std::function<std::shared_ptr<const Bitmap>(const std::string& name)>;
+    using Likeness = std::function<bool(const std::shared_ptr<const Bitmap>& own,
+                                        const std::shared_ptr<const Bitmap>& program)>;
     std::vector<Application> applications;
     std::size_t selectedApplication = 0;
     // Within the selected application's windows.
@@ -45,6 +52,12 @@ struct PanelContent {
         return selectedApplication < applications.size() ? &applications[selectedApplication]
                                                          : nullptr;
     }
+
+    // Gives each application its program's icon, as `programIcon` finds it by the program's
+    // name, where its windows publish none. With `overlays` the program's icon comes first, and
+    // a window icon of the application's own that shows another picture is kept as its overlay.
+    // `alike` tells whether two icons show the same picture (a caller may remember answers).
+    void useProgramIcons(const ProgramIcons& programIcon, bool overlays, const Likeness& alike);
 
     // Five applications of made-up names, the second selected with three windows: what a sample
     // shows, so that the look can be judged without windows of one's own.

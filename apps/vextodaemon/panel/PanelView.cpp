@@ -193,7 +193,8 @@ std::optional<std::vector<Rect>> PanelView::takeSelectionOf(const PanelContent& 
     };
     const auto sameApplication = [&](const PanelContent::Application& a,
                                      const PanelContent::Application& b) {
-        return a.name == b.name && a.key == b.key && a.icon == b.icon &&
+        return a.name == b.name && a.key == b.key && a.icon == b.icon && a.overlay == b.overlay &&
+               a.kind == b.kind &&
                std::equal(a.windows.begin(), a.windows.end(), b.windows.begin(), b.windows.end(),
                           sameWindows);
     };
@@ -348,6 +349,13 @@ void PanelView::drawItem(Canvas& canvas, std::size_t index) const
             drawOwnItemIcon(canvas, application.kind, icon);
         } else {
             drawGenericIcon(canvas, application, icon);
+        }
+        const Image* overlay = look_.documentIconOverlays ? imageOf(application.overlay) : nullptr;
+        if (overlay != nullptr) {
+            // In the lower right corner, clear of the badge in the upper one.
+            const double side = icon.width() * 0.5;
+            canvas.drawImage(*overlay, Rect(icon.maxX() - side, icon.minY(), side, side),
+                             CompositingOperation::SourceOver, 1);
         }
     }
     if (!look_.showApplicationNames) {
