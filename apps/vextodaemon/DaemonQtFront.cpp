@@ -195,12 +195,72 @@ private:
     bool clickable_ = false;
 };
 
+// A larger picture of the selected window beside the panel, framed in the preview's border
+// colour. It takes no clicks and never the focus.
+class PreviewWindow final : public QWidget {
+public:
+    static constexpr int border = 4;
+    static constexpr int gap = 12;
+
+    PreviewWindow()
+        : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                               Qt::WindowDoesNotAcceptFocus)
+    {
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+    // Above the panel where the picture fits there, else on the side with more room, centred
+    // on the panel; the picture only ever shrinks to fit.
+    void show(const Bitmap& picture, const Color& borderColour, const QRect& panel,
+              const QRect& area)
+    {
+        picture_ = QImage(picture.rgba.data(), picture.width, picture.height, picture.width * 4,
+                          QImage::Format_RGBA8888)
+                       .copy();
+        borderColour_ = QtCanvas::qtColor(borderColour);
+        const int above = panel.top() - area.top() - 2 * gap;
+        const int below = area.bottom() - panel.bottom() - 2 * gap;
+        const bool onTop = above - 2 * border >= picture_.height() || above >= below;
+        const QSize room(int(area.width() * 0.8) - 2 * border,
+                         (onTop ? above : below) - 2 * border);
+        if (room.width() < 16 || room.height() < 16) {
+            return;
+        }
+        const QSize shown = picture_.size().boundedTo(room).expandedTo(QSize(1, 1));
+        resize(picture_.size().scaled(shown, Qt::KeepAspectRatio) + QSize(2 * border, 2 * border));
+        const int x = panel.center().x() - width() / 2;
+        const int y = onTop ? panel.top() - gap - height() : panel.bottom() + gap;
+        move(std::clamp(x, area.left(), std::max(area.left(), area.right() - width())), y);
+        QWidget::show();
+        raise();
+        if (xcb_connection_t* connection = x11Connection()) {
+            X11InputShape::takeClicksOnlyIn(connection, static_cast<xcb_window_t>(winId()), {});
+        }
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), borderColour_);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(rect().adjusted(border, border, -border, -border), picture_);
+    }
+
+private:
+    QImage picture_;
+    QColor borderColour_;
+};
+
 class QtPanelPresenter final : public PanelPresenter {
 public:
     QtPanelPresenter()
     {
         sampleTimer_.setSingleShot(true);
         QObject::connect(&sampleTimer_, &QTimer::timeout, &window_, &QWidget::hide);
+        QObject::connect(&sampleTimer_, &QTimer::timeout, &preview_, &QWidget::hide);
     }
 
     void setAppearance(const PanelAppearance& appearance) override { look_ = appearance; }
@@ -209,6 +269,11 @@ public:
     {
         if (!show(appearance, PanelContent::sample(), false)) {
             return false;
+        }
+        preview_.hide();
+        if (appearance.showPreviews) {
+            preview_.show(PanelContent::samplePreview(), appearance.previewBorder,
+                          window_.geometry(), window_.screen()->availableGeometry());
         }
         sampleTimer_.start(sampleMilliseconds); // a new sample starts the time again
         return true;
@@ -231,7 +296,24 @@ public:
         return show(*look_, std::move(content), true);
     }
 
-    void hideCycle() override { window_.hide(); }
+    void hideCycle() override
+    {
+        preview_.hide();
+        window_.hide();
+    }
+
+    void showPreview(const Bitmap& picture) override
+    {
+        if (!look_ || !window_.isVisible() || picture.width <= 0 || picture.height <= 0 ||
+            picture.rgba.size() < std::size_t(picture.width) * std::size_t(picture.height) * 4) {
+            return;
+        }
+        QScreen* screen = window_.screen();
+        const QRect area = screen != nullptr ? screen->availableGeometry() : QRect();
+        preview_.show(picture, look_->previewBorder, window_.geometry(), area);
+    }
+
+    void hidePreview() override { preview_.hide(); }
 
     void setItemClickedHandler(std::function<void(std::size_t)> clicked) override
     {
@@ -277,6 +359,7 @@ private:
     }
 
     PanelWindow window_;
+    PreviewWindow preview_;
     QTimer sampleTimer_;
     QtTextMetrics metrics_;
     EwmhProcessWindows windows_;

@@ -64,7 +64,13 @@ public:
     {
         acted.push_back("close " + std::to_string(window.id));
     }
+    std::shared_ptr<const Bitmap> pictureOf(const CycleWindow& window, int) const override
+    {
+        pictured.push_back(window.id);
+        return window.minimized ? nullptr : std::make_shared<const Bitmap>(Bitmap{1, 1, {}});
+    }
     std::vector<std::string> acted;
+    mutable std::vector<std::uint64_t> pictured;
 };
 
 class ScriptedPanel final : public CyclePanel {
@@ -82,6 +88,9 @@ public:
         return true;
     }
     void hideCycle() override { shown = false; }
+    void showPreview(const Bitmap&) override { previewShown = true; }
+    void hidePreview() override { previewShown = false; }
+    bool previewShown = false;
     void setItemClickedHandler(std::function<void(std::size_t)> handler) override
     {
         clicked = std::move(handler);
@@ -344,6 +353,50 @@ TEST_F(CycleControllerTest, TheActivationItemSwitchesAndTheCancellationItemLeave
     EXPECT_TRUE(windows.acted.empty());
 }
 
+TEST_F(CycleControllerTest, APreviewShowsOnceTheSelectionRestsAndNeverOfAnotherWindow)
+{
+    settings.previewDelaySeconds = 1.0;
+    cycles.setSettings(settings);
+    // A quick switch shows no panel, so no picture is taken.
+    cycles.hotKeyPressed(altTab, 1);
+    cycles.modifiersReleased(0, 2);
+    loop.advance(5);
+    EXPECT_TRUE(windows.pictured.empty());
+
+    windows.windows[2].minimized = true; // it gives no picture
+    cycles.hotKeyPressed(altTab, 10);
+    loop.advance(0.2 + 0.9);
+    EXPECT_FALSE(panel.previewShown) << "not before the delay";
+    loop.advance(0.2);
+    EXPECT_TRUE(panel.previewShown);
+    EXPECT_EQ(windows.pictured, std::vector<std::uint64_t>{2});
+    cycles.keyPressed(tabKey, option, 11);
+    EXPECT_FALSE(panel.previewShown) << "the moved selection takes it away at once";
+    loop.advance(1.5);
+    EXPECT_FALSE(panel.previewShown);
+    EXPECT_EQ(windows.pictured, (std::vector<std::uint64_t>{2, 3}));
+    cycles.keyPressed(tabKey, option, 12);
+    cycles.keyPressed(tabKey, option, 13); // around to 2
+    loop.advance(0.5);
+    cycles.keyPressed(rightKey, option, 14);
+    cycles.keyPressed(leftKey, option, 14); // away and back
+    loop.advance(0.5);
+    EXPECT_FALSE(panel.previewShown) << "each move starts the delay again";
+    loop.advance(0.6);
+    EXPECT_TRUE(panel.previewShown);
+    EXPECT_EQ(windows.pictured, (std::vector<std::uint64_t>{2, 3, 2}));
+    cycles.modifiersReleased(0, 15);
+    EXPECT_FALSE(panel.previewShown);
+
+    settings.showPreviews = false;
+    cycles.setSettings(settings);
+    cycles.hotKeyPressed(altTab, 20);
+    loop.advance(5);
+    EXPECT_FALSE(panel.previewShown);
+    EXPECT_EQ(windows.pictured.size(), 3u);
+    cycles.cancel(21);
+}
+
 TEST_F(CycleControllerTest, WindowsGoingAwayAndAKeyboardHeldElsewhereNeverLeaveACycleBehind)
 {
     cycles.hotKeyPressed(altTab, 10);
@@ -463,13 +516,17 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
     EXPECT_EQ(defaults.afterMinimize, F::NextWindow);
     EXPECT_EQ(defaults.afterClose, F::PreviousWindow);
     EXPECT_FALSE(defaults.processWindowsWhenDone);
+    EXPECT_TRUE(defaults.showPreviews);
+    EXPECT_DOUBLE_EQ(defaults.previewDelaySeconds, 2.0);
     const PlistDictionary acting = {{std::string(keys::activateItem), true},
                                     {std::string(keys::cancelItem), true},
                                     {std::string(keys::cancelItemMode), 0},
                                     {std::string(keys::afterZoomSelection), 0},
                                     {std::string(keys::afterMinimizeSelection), 1},
                                     {std::string(keys::afterCloseSelection), 7},
-                                    {std::string(keys::processWindowsWhenDone), true}};
+                                    {std::string(keys::processWindowsWhenDone), true},
+                                    {std::string(keys::showPreviews), false},
+                                    {std::string(keys::previewDelay), 500}};
     const CycleSettings actor = CycleSettings::fromSettings(LayeredSettings(acting, *shipped));
     EXPECT_EQ(actor.options.activationItem, P::Top);
     EXPECT_EQ(actor.options.cancellationItem, P::Top);
@@ -477,14 +534,18 @@ TEST(CycleSettingsTest, TheShippedDefaultsAndTheUsersChoicesAreRead)
     EXPECT_EQ(actor.afterMinimize, F::SameApplication);
     EXPECT_EQ(actor.afterClose, F::PreviousWindow) << "an index the pop-up lacks: the default";
     EXPECT_TRUE(actor.processWindowsWhenDone);
+    EXPECT_FALSE(actor.showPreviews);
+    EXPECT_DOUBLE_EQ(actor.previewDelaySeconds, 0.5);
     const PlistDictionary atBottom = {{std::string(keys::activateItem), true},
                                       {std::string(keys::activateItemMode), 1},
                                       {std::string(keys::cancelItem), true},
-                                      {std::string(keys::afterCloseSelection), 2}};
+                                      {std::string(keys::afterCloseSelection), 2},
+                                      {std::string(keys::previewDelay), 1e9}};
     const CycleSettings bottom = CycleSettings::fromSettings(LayeredSettings(atBottom, *shipped));
     EXPECT_EQ(bottom.options.activationItem, P::Bottom);
     EXPECT_EQ(bottom.options.cancellationItem, P::Bottom);
     EXPECT_EQ(bottom.afterClose, F::NextWindow);
+    EXPECT_DOUBLE_EQ(bottom.previewDelaySeconds, 10.0);
 
     // With neither file the code's own defaults hold.
     const CycleSettings bare = CycleSettings::fromSettings(LayeredSettings(none, none));

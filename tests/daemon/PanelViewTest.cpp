@@ -64,19 +64,21 @@ TEST(PanelAppearanceTest, EveryColourComesFromItsOwnKey)
 {
     PlistDictionary settings;
     const std::string_view colourKeys[] = {
-        keys::backgroundColor,      keys::selectionColor,  keys::selectionBorderColor,
-        keys::applicationNameColor, keys::windowNameColor, keys::selectionWindowNameColor,
-        keys::keyBadgeColor};
-    for (int i = 0; i < 7; ++i) {
+        keys::backgroundColor,      keys::selectionColor,    keys::selectionBorderColor,
+        keys::applicationNameColor, keys::windowNameColor,   keys::selectionWindowNameColor,
+        keys::keyBadgeColor,        keys::previewBorderColor};
+    for (int i = 0; i < 8; ++i) {
         archiveObject(settings, shade(i + 1), colourKeys[i]);
     }
     const PanelAppearance look = PanelAppearance::fromSettings(settings, {}, nullptr);
-    const Color read[] = {look.background,      look.selection,  look.selectionBorder,
-                          look.applicationName, look.windowName, look.selectionWindowName,
-                          look.keyBadge};
-    for (int i = 0; i < 7; ++i) {
+    const Color read[] = {look.background,      look.selection,    look.selectionBorder,
+                          look.applicationName, look.windowName,   look.selectionWindowName,
+                          look.keyBadge,        look.previewBorder};
+    for (int i = 0; i < 8; ++i) {
         EXPECT_EQ(read[i], shade(i + 1)) << colourKeys[i];
     }
+    EXPECT_EQ(PanelAppearance::fromSettings({}, {}, nullptr).previewBorder,
+              Color::selectedControlColor());
 }
 
 TEST(PanelAppearanceTest, AbsentOrUnusableValuesFallBackToTheDefaultsFileThenTheFixedOnes)

@@ -17,6 +17,7 @@
 #include <sstream>
 #include <string>
 #include <vector>
+#include <xcb/composite.h>
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 #include <xcb/xtest.h>
@@ -52,6 +53,8 @@ public:
         return shown = true;
     }
     void hideCycle() override { shown = false; }
+    void showPreview(const Bitmap&) override {}
+    void hidePreview() override {}
     void setItemClickedHandler(std::function<void(std::size_t)>) override {}
 };
 
@@ -712,6 +715,59 @@ TEST_F(X11CyclingTest, KeysWhileACycleIsUpActOnTheSelectedWindowThenOrWhenItEnds
         const auto now = stateOf(ids[1]);
         return std::find(now.begin(), now.end(), ewmh._NET_WM_STATE_MAXIMIZED_VERT) == now.end();
     }));
+}
+
+// Whether every pixel of the picture is opaque red.
+bool allRed(const Bitmap& picture)
+{
+    for (std::size_t at = 0; at + 3 < picture.rgba.size(); at += 4) {
+        if (picture.rgba[at] != 255 || picture.rgba[at + 1] != 0 || picture.rgba[at + 2] != 0 ||
+            picture.rgba[at + 3] != 255) {
+            return false;
+        }
+    }
+    return !picture.rgba.empty();
+}
+
+TEST_F(X11CyclingTest, PicturesAreOfTheWindowsOwnPixelsWholeWhereACompositorKeepsThem)
+{
+    const auto ids =
+        openWindows({"Red:red:colour=ff0000", "Blue:blue:colour=0000ff", "Gone:gone:minimized"});
+    ASSERT_EQ(ids.size(), 3u);
+    focus(ids[0]);
+    focus(ids[1]); // the blue window lies over a corner of the red one
+    startDaemon(superTab());
+    CycleWindow red;
+    red.id = ids[0];
+    CycleWindow gone;
+    gone.id = ids[2];
+
+    // Without a compositing manager the screen is read: the blue window on top is, the red one
+    // it covers is not, as the screen would give blue pixels for it.
+    CycleWindow blue;
+    blue.id = ids[1];
+    const auto full = windows->pictureOf(blue, 800);
+    ASSERT_TRUE(full);
+    EXPECT_EQ(full->width, 200);
+    EXPECT_EQ(full->height, 120);
+    EXPECT_EQ((std::vector<std::uint8_t>(full->rgba.begin(), full->rgba.begin() + 4)),
+              (std::vector<std::uint8_t>{0, 0, 255, 255}));
+    const auto small = windows->pictureOf(blue, 50);
+    ASSERT_TRUE(small);
+    EXPECT_EQ(small->width, 50);
+    EXPECT_EQ(small->height, 30);
+    EXPECT_FALSE(windows->pictureOf(red, 800)) << "covered";
+    EXPECT_FALSE(windows->pictureOf(gone, 800)) << "a minimised window is not shown";
+    EXPECT_FALSE(windows->pictureOf(CycleWindow{}, 800));
+
+    // A compositing manager keeps each frame's contents whole, whatever covers it.
+    xcb_composite_redirect_subwindows(observer, root(), XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    xcb_flush(observer);
+    loop.runFor(0.3);
+    const auto kept = windows->pictureOf(red, 800);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->width, 200);
+    EXPECT_TRUE(allRed(*kept));
 }
 
 } // namespace

@@ -3,16 +3,18 @@
 //   vexto-test-windows [--ready-fd N] CLASS:TITLE[:FLAGS] ...
 //
 // FLAGS, separated by commas: minimized, desktop=N, skip-taskbar, dock, icon (16 pixels a side
-// of opaque red and 48 of half-transparent blue), and big (600 by 400
-// pixels in the middle of a 1024 by 768 screen, where panels show). Each window is mapped
-// with its WM_CLASS, _NET_WM_NAME, WM_NAME and _NET_WM_PID; a line with the window ids (decimal,
-// in the order given) is written once the window manager manages them all, on standard output or
-// on descriptor N. It then runs until
-// SIGTERM or until the window manager asks it to close a window (WM_DELETE_WINDOW).
+// of opaque red and 48 of half-transparent blue), big (600 by 400 pixels in the middle of a
+// 1024 by 768 screen, where panels show), colour=RRGGBB (its background; else white), and x=N
+// and y=N (its place; else 20 pixels further down and right than the one before). Each window is
+// mapped with its WM_CLASS, _NET_WM_NAME, WM_NAME and _NET_WM_PID; a line with the window ids
+// (decimal, in the order given) is written once the window manager manages them all, on standard
+// output or on descriptor N. It then runs until SIGTERM or until the window manager asks it to
+// close a window (WM_DELETE_WINDOW).
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -31,6 +33,9 @@ struct Wanted {
     bool big = false;
     bool icon = false;
     long desktop = -1;
+    std::optional<std::uint32_t> colour;
+    std::optional<std::int16_t> x;
+    std::optional<std::int16_t> y;
 };
 
 Wanted parse(const std::string& text)
@@ -56,6 +61,11 @@ Wanted parse(const std::string& text)
             wanted.big = true;
         } else if (flag == "icon") {
             wanted.icon = true;
+        } else if (flag.rfind("x=", 0) == 0 || flag.rfind("y=", 0) == 0) {
+            (flag[0] == 'x' ? wanted.x : wanted.y) =
+                std::int16_t(std::strtol(flag.c_str() + 2, nullptr, 10));
+        } else if (flag.rfind("colour=", 0) == 0) {
+            wanted.colour = std::uint32_t(std::strtoul(flag.c_str() + 7, nullptr, 16));
         } else if (flag.rfind("desktop=", 0) == 0) {
             wanted.desktop = std::strtol(flag.c_str() + 8, nullptr, 10);
         }
@@ -117,16 +127,17 @@ int main(int argc, char** argv)
     for (int i = first; i < argc; ++i) {
         const Wanted w = parse(argv[i]);
         const xcb_window_t window = xcb_generate_id(c);
-        const std::uint32_t values[] = {screen->white_pixel,
+        // On the true-colour screens of the tests a pixel value is its RGB.
+        const std::uint32_t values[] = {w.colour.value_or(screen->white_pixel),
                                         XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_KEY_PRESS};
-        const auto place = std::int16_t(w.big ? 212 : 20 * i);
-        xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen->root, place,
-                          std::int16_t(w.big ? 184 : 20 * i), w.big ? 600 : 200, w.big ? 400 : 120,
-                          1, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
-                          XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+        const auto left = w.x.value_or(std::int16_t(w.big ? 212 : 20 * i));
+        const auto top = w.y.value_or(std::int16_t(w.big ? 184 : 20 * i));
+        xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen->root, left, top,
+                          w.big ? 600 : 200, w.big ? 400 : 120, 1, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                          screen->root_visual, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
         // Placed where it was made, as a program that remembers its place asks.
         xcb_size_hints_t placement{};
-        xcb_icccm_size_hints_set_position(&placement, 1, place, std::int16_t(w.big ? 184 : 20 * i));
+        xcb_icccm_size_hints_set_position(&placement, 1, left, top);
         xcb_icccm_set_wm_normal_hints(c, window, &placement);
         const std::string classes = w.windowClass + std::string(1, '\0') + w.windowClass;
         xcb_icccm_set_wm_class(c, window, std::uint32_t(classes.size() + 1), classes.c_str());

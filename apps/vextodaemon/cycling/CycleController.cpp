@@ -17,6 +17,10 @@ constexpr std::uint64_t shownModifiers =
     Event::shiftKeyMask | Event::controlKeyMask | Event::optionKeyMask | Event::commandKeyMask;
 
 constexpr const char* showPanelSelector = "showPanel";
+constexpr const char* showPreviewSelector = "showPreview";
+// The largest side of a preview's picture, in pixels: larger than a panel shows it on the
+// screens in use, small enough to be taken in a few milliseconds.
+constexpr int previewSide = 800;
 
 // The keys a cycle answers besides its hot keys, as virtual key codes.
 enum CycleKey : std::uint16_t {
@@ -229,6 +233,7 @@ void CycleController::actOnSelection(DaemonAction action, std::uint32_t time)
         return;
     }
     const CycleWindow window = *selected;
+    hidePreview(); // its picture is out of date
     if (settings_.processWindowsWhenDone) {
         putOff(action, window);
     } else {
@@ -290,6 +295,7 @@ void CycleController::perform(DaemonAction action, const CycleWindow& window, st
 void CycleController::end(std::uint32_t time)
 {
     putOff_.clear();
+    hidePreview();
     loop_.cancelPreviousPerformRequests(this, showPanelSelector, {});
     if (panelShown_ && panel_ != nullptr) {
         panel_->hideCycle();
@@ -303,6 +309,7 @@ void CycleController::showPanel()
 {
     if (cycle_ && panel_ != nullptr) {
         panelShown_ = panel_->showCycle(*cycle_);
+        schedulePreview();
     }
 }
 
@@ -310,6 +317,44 @@ void CycleController::redraw()
 {
     if (panelShown_) {
         panel_->showCycle(*cycle_);
+        schedulePreview();
+    }
+}
+
+void CycleController::schedulePreview()
+{
+    const CycleWindow* selected = cycle_ ? cycle_->selected() : nullptr;
+    if (selected != nullptr && selected->id == previewOf_) {
+        return; // already shown, or on its way
+    }
+    hidePreview();
+    if (selected == nullptr || !settings_.showPreviews || !panelShown_) {
+        return;
+    }
+    previewOf_ = selected->id;
+    loop_.performAfterDelay(this, showPreviewSelector, {}, settings_.previewDelaySeconds,
+                            {RunLoopMode::Default}, [this] { showPreview(); });
+}
+
+void CycleController::showPreview()
+{
+    const CycleWindow* selected = cycle_ ? cycle_->selected() : nullptr;
+    if (selected == nullptr || selected->id != previewOf_ || !panelShown_) {
+        return;
+    }
+    if (const auto picture = windows_.pictureOf(*selected, previewSide)) {
+        panel_->showPreview(*picture);
+        previewShown_ = true;
+    }
+}
+
+void CycleController::hidePreview()
+{
+    loop_.cancelPreviousPerformRequests(this, showPreviewSelector, {});
+    previewOf_ = 0;
+    if (previewShown_) {
+        panel_->hidePreview();
+        previewShown_ = false;
     }
 }
 

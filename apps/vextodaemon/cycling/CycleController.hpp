@@ -64,6 +64,11 @@ private:
     void end(std::uint32_t time);
     void showPanel();
     void redraw();
+    // The preview waits for the selection to rest on a window; a moved selection takes the
+    // preview away at once, so that it never shows another window than the selected one.
+    void schedulePreview();
+    void showPreview();
+    void hidePreview();
     std::optional<StepDirection> stepOfKey(std::uint16_t keyCode, std::uint64_t modifiers) const;
     // The cycle index of the application whose badge the key types.
     std::optional<std::size_t> badgeOfKey(std::uint16_t keyCode) const;
@@ -79,6 +84,9 @@ private:
     std::unique_ptr<WindowCycle> cycle_;
     HotKeyBinding started_;
     bool panelShown_ = false;
+    // The window the preview shown or awaited is of; 0: none.
+    std::uint64_t previewOf_ = 0;
+    bool previewShown_ = false;
     struct PutOff {
         DaemonAction action;
         CycleWindow window;

@@ -14,6 +14,8 @@ namespace declared = settingdeclarations;
 
 // A panel held back longer than this would look like a daemon that does not answer.
 constexpr double longestPanelDelay = 5.0;
+// The pop-up's longest is 3 s; a file may hold anything.
+constexpr double longestPreviewDelay = 10.0;
 
 // The list's texts; anything else in it is passed over. At most `mostExceptions` are kept.
 std::vector<std::string> strings(const LayeredSettings& settings, std::string_view key)
@@ -93,6 +95,11 @@ CycleSettings CycleSettings::fromSettings(const LayeredSettings& settings)
                                   declared::integerDefault(keys::afterMinimizeSelection));
     made.afterClose = followUp(settings, keys::afterCloseSelection,
                                declared::integerDefault(keys::afterCloseSelection));
+    made.showPreviews =
+        settings.flag(keys::showPreviews, declared::booleanDefault(keys::showPreviews));
+    const double previewDelay = settings.number(keys::previewDelay)
+                                    .value_or(double(declared::integerDefault(keys::previewDelay)));
+    made.previewDelaySeconds = std::clamp(previewDelay / 1000.0, 0.0, longestPreviewDelay);
     made.processWindowsWhenDone = settings.flag(
         keys::processWindowsWhenDone, declared::booleanDefault(keys::processWindowsWhenDone));
     return made;

@@ -26,6 +26,9 @@ struct CycleSettings {
     // Zooming, minimising and closing from the panel wait until the cycle ends with a switch;
     // Escape and the cancellation item drop them.
     bool processWindowsWhenDone = false;
+    // A picture of the selected window, once the selection has rested on it this long.
+    bool showPreviews = true;
+    double previewDelaySeconds = 2.0;
 
     static CycleSettings fromSettings(const LayeredSettings& settings);
 };

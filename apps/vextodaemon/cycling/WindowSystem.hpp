@@ -3,6 +3,7 @@
 #include "cycling/CycleWindow.hpp"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -34,6 +35,11 @@ public:
     virtual void minimize(const CycleWindow& window) = 0;
     // Asks the window's program to close it, as its close button does.
     virtual void close(const CycleWindow& window, std::uint32_t time) = 0;
+
+    // A picture of the window's contents as they are now, at most `largestSide` pixels a side;
+    // none when neither a compositing manager's copy nor the window itself, shown, can give one.
+    virtual std::shared_ptr<const Bitmap> pictureOf(const CycleWindow& window,
+                                                    int largestSide) const = 0;
 };
 
 } // namespace vexto

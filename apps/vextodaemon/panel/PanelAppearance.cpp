@@ -83,6 +83,8 @@ PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSetting
         settings.color(keys::spaceIndicatorColor,
                        settings.color(keys::spaceBadgeColor, Color::calibratedWhite(0.45f, 0.95f)));
 
+    look.previewBorder = settings.color(keys::previewBorderColor, Color::selectedControlColor());
+
     look.selectionGradient =
         settings.integer(keys::selectionGradient)
             .value_or(settingdeclarations::integerDefault(keys::selectionGradient));
@@ -116,6 +118,8 @@ PanelAppearance PanelAppearance::fromSettings(const PlistDictionary& userSetting
     look.documentIconOverlays =
         settings.flag(keys::showDocumentIconOverlays,
                       settingdeclarations::booleanDefault(keys::showDocumentIconOverlays));
+    look.showPreviews =
+        settings.flag(keys::showPreviews, settingdeclarations::booleanDefault(keys::showPreviews));
     look.onMouseScreen = settings.flag(keys::showPanelOnMouseScreen, false);
     look.font = panelFont(settings, fonts, 13);
     return look;

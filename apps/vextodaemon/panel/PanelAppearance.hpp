@@ -21,6 +21,9 @@ struct PanelAppearance {
     Color selectionWindowName;
     Color keyBadge;
     Color spaceBadge;
+    Color previewBorder;
+    // Whether a sample shows a preview beside the panel, as cycles then do.
+    bool showPreviews = true;
     std::int64_t selectionGradient = 0;
     // The item size in points.
     double itemSize = 48;

@@ -3,6 +3,7 @@
 #include "cycling/WindowCycle.hpp"
 
 #include <algorithm>
+#include <array>
 
 namespace vexto {
 
@@ -68,6 +69,27 @@ PanelContent PanelContent::sample()
     content.applications[1].overlay = samplePage();
     content.selectedApplication = 1;
     return content;
+}
+
+Bitmap PanelContent::samplePreview()
+{
+    constexpr int width = 320;
+    constexpr int height = 200;
+    constexpr std::array<std::uint8_t, 4> titleBar = {205, 210, 225, 255};
+    constexpr std::array<std::uint8_t, 4> text = {120, 120, 120, 255};
+    constexpr std::array<std::uint8_t, 4> page = {246, 246, 246, 255};
+    Bitmap preview{width, height, {}};
+    preview.rgba.reserve(std::size_t(width * height * 4));
+    for (int y = 0; y < height; ++y) {
+        // Lines of differing lengths, as a paragraph has.
+        const int lineEnd = width - 20 - (y / 16 % 3) * 40;
+        for (int x = 0; x < width; ++x) {
+            const bool onLine = y > 40 && (y - 40) % 16 < 6 && x > 20 && x < lineEnd;
+            const auto& colour = y < 22 ? titleBar : onLine ? text : page;
+            preview.rgba.insert(preview.rgba.end(), colour.begin(), colour.end());
+        }
+    }
+    return preview;
 }
 
 PanelContent PanelContent::fromCycle(const WindowCycle& cycle)

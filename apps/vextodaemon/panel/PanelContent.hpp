@@ -62,6 +62,9 @@ struct PanelContent {
     // Five applications of made-up names, the second selected with three windows: what a sample
     // shows, so that the look can be judged without windows of one's own.
     static PanelContent sample();
+    // What the sample shows as the selected window's preview: a made-up window with a title
+    // bar and lines of text.
+    static Bitmap samplePreview();
     // The cycle's windows grouped under their applications, in the order the cycle offers them.
     static PanelContent fromCycle(const WindowCycle& cycle);
 };

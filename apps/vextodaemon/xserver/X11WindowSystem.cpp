@@ -36,7 +36,8 @@ std::unique_ptr<X11WindowSystem> X11WindowSystem::open(RunLoop& loop, Descriptor
 X11WindowSystem::X11WindowSystem(RunLoop& loop, DescriptorWatcher& watcher,
                                  std::unique_ptr<XcbConnection> connection)
     : loop_(loop), watcher_(watcher), connection_(std::move(connection)), keys_(*connection_),
-      clients_(*connection_), changeStateAtom_(connection_->atom("WM_CHANGE_STATE"))
+      clients_(*connection_), pictures_(*connection_),
+      changeStateAtom_(connection_->atom("WM_CHANGE_STATE"))
 {
     const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK,
@@ -205,6 +206,14 @@ void X11WindowSystem::dispatchSoon() const
     loop_.cancelPreviousPerformRequests(this, "dispatch", {});
     loop_.performAfterDelay(this, "dispatch", {}, 0, {RunLoopMode::Default},
                             [self] { self->dispatch(); });
+}
+
+std::shared_ptr<const Bitmap> X11WindowSystem::pictureOf(const CycleWindow& window,
+                                                         int largestSide) const
+{
+    auto picture = pictures_.take(static_cast<xcb_window_t>(window.id), largestSide);
+    dispatchSoon();
+    return picture;
 }
 
 std::optional<std::uint64_t> X11WindowSystem::activeWindow() const

@@ -4,6 +4,7 @@
 #include "cycling/WindowSystem.hpp"
 #include "xserver/X11ClientList.hpp"
 #include "xserver/X11KeyGrabs.hpp"
+#include "xserver/X11WindowPicture.hpp"
 #include "xserver/XcbConnection.hpp"
 
 #include <functional>
@@ -54,6 +55,8 @@ public:
     void toggleZoom(const CycleWindow& window, std::uint32_t time) override;
     void minimize(const CycleWindow& window) override;
     void close(const CycleWindow& window, std::uint32_t time) override;
+    std::shared_ptr<const Bitmap> pictureOf(const CycleWindow& window,
+                                            int largestSide) const override;
 
 private:
     X11WindowSystem(RunLoop& loop, DescriptorWatcher& watcher,
@@ -81,6 +84,7 @@ private:
     std::unique_ptr<XcbConnection> connection_;
     X11KeyGrabs keys_;
     X11ClientList clients_;
+    X11WindowPicture pictures_;
     xcb_atom_t changeStateAtom_;
     WindowActions actions_{*this};
     CycleController* controller_ = nullptr;
