@@ -226,6 +226,13 @@ TEST(PanelContentTest, TheCyclesOwnItemsStandInTheRowClickableAndWithoutABadge)
     EXPECT_EQ(content.applications[3].name, "Cancel");
     EXPECT_EQ(content.selectedApplication, 3u);
     EXPECT_EQ(content.selected()->windows[0].title, "Close without switching");
+    // After an action that selects nothing, nothing is shown selected.
+    cycle.selectFirst();
+    cycle.selectionActedOn(WindowCycle::FollowUp::Nothing, false);
+    PanelView unselected(PanelAppearance::fromSettings({}, shipped(), nullptr),
+                         PanelContent::fromCycle(cycle), 1280);
+    EXPECT_EQ(unselected.content().selected(), nullptr);
+    EXPECT_EQ(unselected.selectionRect().width(), 0);
 
     PanelView view(PanelAppearance::fromSettings({}, shipped(), nullptr), content, 1280);
     EXPECT_EQ(view.cycleIndexAt(middle(view.itemRect(0))), 0u);
@@ -391,6 +398,18 @@ TEST(PanelViewTest, NamesTooLongForTheirPlaceAreCutShortBetweenCharacters)
     const PanelView wide(PanelAppearance::fromSettings({}, shipped(), nullptr), crowd, 1280);
     EXPECT_GE(wide.itemSize(), PanelAppearance::smallestItem);
     EXPECT_EQ(wide.itemSize(), PanelAppearance::smallestItem);
+
+    // One application's windows, as a cycle of the frontmost application lists them: the row is
+    // widened and centred so that the titles are read whole, but never past the screen.
+    PanelContent alone;
+    alone.applications = {{"Mail", "m", {{"Quarterly figures", 0}}}};
+    PanelView single(PanelAppearance::fromSettings(settings, shipped(), nullptr), alone, 1280,
+                     &metrics);
+    const auto names = texts(drawn(single));
+    EXPECT_NE(std::find(names.begin(), names.end(), "Quarterly figures"), names.end());
+    EXPECT_NEAR(single.itemRect(0).midX(), single.panelRect().midX(), 0.001);
+    const PanelView narrow(PanelAppearance::fromSettings(settings, shipped(), nullptr), alone, 200);
+    EXPECT_LE(narrow.frame().width(), 200);
 }
 
 // The defaults and every shipped preset: the recorded drawing uses each of the look's values

@@ -95,6 +95,8 @@ Bitmap PanelContent::samplePreview()
 PanelContent PanelContent::fromCycle(const WindowCycle& cycle)
 {
     PanelContent content;
+    // Nothing selected (after an action that selects nothing) shows no selection at all.
+    content.selectedApplication = noSelection;
     const auto& items = cycle.items();
     for (std::size_t index = 0; index < items.size(); ++index) {
         const CycleWindow& window = items[index];

@@ -4,6 +4,7 @@
 #include "foundation/Bitmap.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -42,7 +43,10 @@ struct PanelContent {
     using ProgramIcons = std::function<std::shared_ptr<const Bitmap>(const std::string& name)>;
     using Likeness = std::function<bool(const std::shared_ptr<const Bitmap>& own,
                                         const std::shared_ptr<const Bitmap>& program)>;
+    static constexpr std::size_t noSelection = SIZE_MAX;
+
     std::vector<Application> applications;
+    // `noSelection`: none is.
     std::size_t selectedApplication = 0;
     // Within the selected application's windows.
     std::size_t selectedWindow = 0;

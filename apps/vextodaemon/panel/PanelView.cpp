@@ -95,7 +95,14 @@ PanelView::PanelView(PanelAppearance appearance, PanelContent content, double sc
     const double windows =
         gap_ / 2 + labelGap + static_cast<double>(listedWindowCount()) * labelSize_ * lineFactor;
     const double height = margin_ + icons + labelHeight() + windows + margin_;
-    setFrameSize(Size{widthFor(item_, margin_) + 2 * shadowRoom, height + 2 * shadowRoom});
+    // A row of few items is widened, items centred, so that the windows' names listed under it
+    // keep room to be read; the room is the same whichever application is selected, so that a
+    // step never resizes the panel.
+    const double row = widthFor(item_, margin_);
+    const double readable = 2 * margin_ + labelSize_ * readableNameWidth;
+    const double width = std::max(row, limit > 0 ? std::min(readable, limit) : readable);
+    rowInset_ = (width - row) / 2;
+    setFrameSize(Size{width + 2 * shadowRoom, height + 2 * shadowRoom});
 }
 
 double PanelView::labelHeight() const
@@ -141,16 +148,18 @@ Rect PanelView::itemRect(std::size_t index) const
 {
     const Rect panel = panelRect();
     const double height = showsIcons() ? item_ : 0;
-    return Rect(panel.minX() + margin_ + static_cast<double>(index) * (item_ + gap_),
+    return Rect(panel.minX() + rowInset_ + margin_ + static_cast<double>(index) * (item_ + gap_),
                 panel.maxY() - margin_ - height, item_, height);
 }
 
 Rect PanelView::selectionRect() const
 {
-    const Rect item = itemRect(content_.selectedApplication);
+    // With nothing selected: an empty place at the row's start, at the row's height.
+    const bool any = content_.selected() != nullptr;
+    const Rect item = itemRect(any ? content_.selectedApplication : 0);
     const double labels = labelHeight();
     const double pad = gap_ / 2;
-    return Rect(item.minX() - pad, item.minY() - labels - pad, item.width() + 2 * pad,
+    return Rect(item.minX() - pad, item.minY() - labels - pad, any ? item.width() + 2 * pad : 0,
                 item.height() + labels + 2 * pad);
 }
 

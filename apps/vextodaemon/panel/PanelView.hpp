@@ -90,6 +90,10 @@ private:
     double gap_ = 14;
     double margin_ = 16;
     double labelSize_ = 11;
+    // How far the row of items lies from the panel's left edge beyond the margin.
+    double rowInset_ = 0;
+    // The least width of the windows' list, in label sizes: about 40 characters.
+    static constexpr double readableNameWidth = 22;
     mutable std::map<const Bitmap*, std::shared_ptr<Image>> images_;
 };
 
