@@ -385,6 +385,17 @@ TEST_F(CycleControllerTest, APreviewShowsOnceTheSelectionRestsAndNeverOfAnotherW
     loop.advance(0.6);
     EXPECT_TRUE(panel.previewShown);
     EXPECT_EQ(windows.pictured, (std::vector<std::uint64_t>{2, 3, 2}));
+    // Zoomed, the window stays selected but its picture is out of date: a new one follows.
+    UsLetters layout;
+    cycles.setKeyboardLayout(&layout);
+    settings.afterZoom = WindowCycle::FollowUp::SameApplication;
+    cycles.setSettings(settings);
+    cycles.keyPressed(0x18, option, 15);
+    EXPECT_EQ(cycles.cycle()->selected()->id, 2u);
+    EXPECT_FALSE(panel.previewShown);
+    loop.advance(1.1);
+    EXPECT_TRUE(panel.previewShown);
+    EXPECT_EQ(windows.pictured, (std::vector<std::uint64_t>{2, 3, 2, 2}));
     cycles.modifiersReleased(0, 15);
     EXPECT_FALSE(panel.previewShown);
 
@@ -393,7 +404,7 @@ TEST_F(CycleControllerTest, APreviewShowsOnceTheSelectionRestsAndNeverOfAnotherW
     cycles.hotKeyPressed(altTab, 20);
     loop.advance(5);
     EXPECT_FALSE(panel.previewShown);
-    EXPECT_EQ(windows.pictured.size(), 3u);
+    EXPECT_EQ(windows.pictured.size(), 4u);
     cycles.cancel(21);
 }
 
