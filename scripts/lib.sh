@@ -4,7 +4,7 @@
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
                libxkbcommon-dev libxkbcommon-x11-dev libxcb1-dev xkb-data libx11-dev libsystemd-dev
                libxcb-ewmh-dev libxcb-icccm4-dev libxcb-shape0-dev libxcb-composite0-dev
-               libfontconfig-dev
+               libfontconfig-dev libxml2-dev
                libgtest-dev libgmock-dev libbenchmark-dev)
 # What the tests start for real: an X server without a screen and a window manager on it, a
 # private D-Bus session, fonts for the font menu (a symbol font among them), pgrep to compare the

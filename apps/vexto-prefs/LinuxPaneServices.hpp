@@ -54,6 +54,7 @@ public:
         environment.keyboard = &keyboard_;
         environment.hotKeys =
             display_ != nullptr ? &display_->hotKeys() : static_cast<HotKeyRegistrar*>(&noDisplay_);
+        environment.shortcutOwners = display_ != nullptr ? &display_->shortcutOwners() : nullptr;
         environment.processes = &processes_;
         environment.processSignals = &processes_;
         environment.foreignPreferences = &preferences_;

@@ -10,6 +10,7 @@ namespace vexto {
 class HotKeyRegistrar;
 class KeyboardLayout;
 class RunLoop;
+class ShortcutOwners;
 class Window;
 struct AlertRequest;
 
@@ -38,6 +39,8 @@ public:
     virtual const KeyboardLayout* hotKeyKeyboardLayout() = 0;
     // None: every combination no field holds is free.
     virtual HotKeyRegistrar* hotKeyRegistrar() = 0;
+    // None: nobody but the registrar is asked who holds a combination.
+    virtual ShortcutOwners* hotKeyOwners() { return nullptr; }
     virtual std::string localizedHotKeyText(std::string_view key) = 0;
     // Runs the alert over the window and answers as Alerts do.
     virtual int runHotKeyAlert(const AlertRequest& alert, Window* window) = 0;

@@ -9,6 +9,7 @@
 #include "hotkeys/KeyLabels.hpp"
 #include "ports/Alerts.hpp"
 #include "ports/RunLoop.hpp"
+#include "ports/ShortcutOwners.hpp"
 #include "toolkit/Application.hpp"
 #include "toolkit/Event.hpp"
 #include "toolkit/Window.hpp"
@@ -251,9 +252,18 @@ void KRVXHotKeyTextView::keyDown(const Event& event)
 
 // A beep alone is missed (and on a desktop without sound, never heard): the reason stays shown
 // beside the field for a few seconds.
-void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::string& combination)
+void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::string& combination,
+                                     const ShortcutOwner& owner)
 {
-    if (refusal.identifier.empty()) {
+    if (refusal.identifier.empty() && owner.answer == ShortcutOwner::Answer::Taken) {
+        // "Alt+Tab is used by Openbox: NextWindow", in the desktop's own words for the action.
+        setNotice(
+            owner.action.empty()
+                ? FormatString::fill(localized("%@ is used by %@"), {combination, owner.program})
+                : FormatString::fill(localized("%@ is used by %@: %@"),
+                                     {combination, owner.program, owner.action}),
+            combination);
+    } else if (refusal.identifier.empty()) {
         setNotice(FormatString::fill(localized("%@ is held by another program"), {combination}),
                   combination);
     } else if (refusal.direction.empty() || refusal.direction == anyDirection) {
@@ -266,6 +276,11 @@ void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::st
                                {combination, titleOfSlot(refusal), localized(refusal.direction)}),
             combination);
     }
+    clearNoticeLater();
+}
+
+void KRVXHotKeyTextView::clearNoticeLater()
+{
     if (delegate_ == nullptr) {
         return;
     }
@@ -298,6 +313,21 @@ std::string KRVXHotKeyTextView::titleOfSlot(const HotKeyRefusal& refusal) const
     return refusal.identifier;
 }
 
+ShortcutOwner KRVXHotKeyTextView::ownerOf(std::uint16_t keyCode, std::uint64_t flags) const
+{
+    ShortcutOwners* owners = delegate_ != nullptr ? delegate_->hotKeyOwners() : nullptr;
+    if (owners == nullptr) {
+        return {};
+    }
+    using M = ShortcutOwners::Modifier;
+    unsigned modifiers = 0;
+    modifiers |= (flags & Event::shiftKeyMask) != 0 ? unsigned(M::shift) : 0u;
+    modifiers |= (flags & Event::controlKeyMask) != 0 ? unsigned(M::control) : 0u;
+    modifiers |= (flags & Event::optionKeyMask) != 0 ? unsigned(M::alt) : 0u;
+    modifiers |= (flags & Event::commandKeyMask) != 0 ? unsigned(M::super) : 0u;
+    return owners->ownerOf(keyCode, modifiers);
+}
+
 void KRVXHotKeyTextView::record(const Event& event)
 {
     if (delegate_ == nullptr) {
@@ -311,8 +341,11 @@ void KRVXHotKeyTextView::record(const Event& event)
         event.keyCode(), flags, matching.exact, matching.ignoreCapsLock, matching.ignoreFunctionKey,
         delegate_->hotKeyRecords(), delegate_->hotKeyRegistrar());
     if (refusal) {
+        // Held by another program: the desktop may say which.
+        const ShortcutOwner owner =
+            refusal->identifier.empty() ? ownerOf(event.keyCode(), flags) : ShortcutOwner{};
         Application::shared().beep();
-        showRefusal(*refusal, readable);
+        showRefusal(*refusal, readable, owner);
         return;
     }
     setNotice({});
@@ -330,6 +363,21 @@ void KRVXHotKeyTextView::record(const Event& event)
         if (answer != 1) {
             return; // still recording, the old contents kept
         }
+    }
+    // What the display's probe cannot see (a compositor's keys, a binding of a key that is
+    // free this moment) the desktop's settings may name.
+    const ShortcutOwner owner = ownerOf(event.keyCode(), flags);
+    if (owner.answer == ShortcutOwner::Answer::Taken) {
+        Application::shared().beep();
+        showRefusal(HotKeyRefusal{}, readable, owner);
+        return;
+    }
+    if (owner.answer == ShortcutOwner::Answer::Unknown) {
+        setNotice(FormatString::fill(localized("%@ is set; the desktop could not be asked "
+                                               "whether it uses it too"),
+                                     {readable}),
+                  readable);
+        clearNoticeLater();
     }
     PlistDictionary& settings = delegate_->hotKeyRecords();
     PlistValue& table = settings[hotKeyIdentifier()];

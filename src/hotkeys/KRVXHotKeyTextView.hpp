@@ -12,6 +12,8 @@
 
 namespace vexto {
 
+struct ShortcutOwner;
+
 class HotKeyRecorderDelegate;
 class KRVXHotKeyClearButton;
 
@@ -83,7 +85,11 @@ public:
 private:
     void record(const Event& event);
     void showSlot();
-    void showRefusal(const HotKeyRefusal& refusal, const std::string& combination);
+    // With the owner the desktop names, where the refusal is another program's hold.
+    void showRefusal(const HotKeyRefusal& refusal, const std::string& combination,
+                     const ShortcutOwner& owner);
+    void clearNoticeLater();
+    ShortcutOwner ownerOf(std::uint16_t keyCode, std::uint64_t flags) const;
     std::string titleOfSlot(const HotKeyRefusal& refusal) const;
     std::string localized(std::string_view key) const;
     std::string emptyText(bool recording) const;

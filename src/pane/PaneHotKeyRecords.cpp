@@ -45,6 +45,11 @@ HotKeyRegistrar* PaneHotKeyRecords::hotKeyRegistrar()
     return pane_.environment().hotKeys;
 }
 
+ShortcutOwners* PaneHotKeyRecords::hotKeyOwners()
+{
+    return pane_.environment().shortcutOwners;
+}
+
 std::string PaneHotKeyRecords::localizedHotKeyText(std::string_view key)
 {
     return KRVXLocalizedString(key);

@@ -18,6 +18,7 @@ public:
     RunLoop& hotKeyRunLoop() override;
     const KeyboardLayout* hotKeyKeyboardLayout() override;
     HotKeyRegistrar* hotKeyRegistrar() override;
+    ShortcutOwners* hotKeyOwners() override;
     std::string localizedHotKeyText(std::string_view key) override;
     int runHotKeyAlert(const AlertRequest& alert, Window* window) override;
 

@@ -18,6 +18,7 @@ class ImageDecoder;
 class ProcessManager;
 class ProcessSignals;
 class RunLoop;
+class ShortcutOwners;
 class Workspace;
 class WorkspaceNotificationCenter;
 
@@ -32,6 +33,7 @@ struct PaneEnvironment {
     const ImageDecoder* images = nullptr;     // none: the pane's widgets show no images
     const KeyboardLayout* keyboard = nullptr; // none: keys without a name have no label
     HotKeyRegistrar* hotKeys = nullptr;       // none: every free combination is accepted
+    ShortcutOwners* shortcutOwners = nullptr; // none: the desktop names no one
     KeyEventTaps* keyTaps = nullptr;          // none: Tab reaches recording fields as it can
     ProcessManager* processes = nullptr;      // none: no process, so no daemon, is ever found
     ProcessSignals* processSignals = nullptr; // none: no process can be stopped or continued

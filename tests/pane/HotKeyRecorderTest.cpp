@@ -17,6 +17,8 @@ constexpr std::uint16_t tabKey = 48;
 constexpr std::uint16_t spaceKey = 49;
 constexpr std::uint16_t escapeKey = 53;
 constexpr std::uint16_t f5Key = 96;
+constexpr unsigned alt = ShortcutOwners::alt;
+constexpr unsigned control = ShortcutOwners::control;
 
 struct FreeKeys : HotKeyRegistrar {
     bool registerHotKey(std::uint16_t, std::uint32_t, std::uint32_t) override { return true; }
@@ -31,6 +33,27 @@ struct F5IsHeld : HotKeyRegistrar {
         return keyCode != f5Key || modifiers != carbonOptionKey;
     }
     void unregisterHotKey(std::uint32_t) override {}
+};
+
+// The desktop's own shortcuts, as a window manager's settings name them: Option-F5 and
+// Control-Option-Space are taken; with `unknown`, nothing can be asked.
+struct DesktopShortcuts : ShortcutOwners {
+    bool unknown = false;
+    std::vector<std::pair<std::uint16_t, unsigned>> asked;
+    ShortcutOwner ownerOf(std::uint16_t keyCode, unsigned modifiers) override
+    {
+        asked.emplace_back(keyCode, modifiers);
+        if (unknown) {
+            return {ShortcutOwner::Answer::Unknown, {}, {}, {}};
+        }
+        if (keyCode == f5Key && modifiers == alt) {
+            return {ShortcutOwner::Answer::Taken, "Openbox", "NextWindow", "rc.xml"};
+        }
+        if (keyCode == spaceKey && modifiers == (control | alt)) {
+            return {ShortcutOwner::Answer::Taken, "GNOME", "", "gsettings"};
+        }
+        return {};
+    }
 };
 
 class HotKeyRecorderTest : public PaneTest {
@@ -159,6 +182,49 @@ TEST_F(HotKeyRecorderTest, ARefusalSaysWhoHoldsTheCombination)
               "\u2303F5 is already used by Non-minimized windows (Backward)");
     press(spaceKey, Event::controlKeyMask, " ");
     EXPECT_EQ(o().allForwardTextView->notice(), "") << "a combination taken clears it";
+}
+
+// The desktop names who holds what the display's probe refuses, and refuses what only its
+// settings know of; where it cannot be asked, the combination is taken with a quiet note.
+TEST_F(HotKeyRecorderTest, TheDesktopNamesTheOwnerOfACombinationItUses)
+{
+    F5IsHeld held;
+    DesktopShortcuts desktop;
+    hotKeys = &held;
+    shortcutOwners = &desktop;
+    pane.reset();
+    load();
+    paneWindow.setContentView(main->shared_from_this());
+    focus();
+    const int beeps = Application::shared().beepCount();
+    press(f5Key, Event::optionKeyMask, "x");
+    EXPECT_EQ(o().allForwardTextView->notice(), "\u2325F5 is used by Openbox: NextWindow");
+    ASSERT_FALSE(desktop.asked.empty());
+    EXPECT_EQ(desktop.asked.back(),
+              (std::pair<std::uint16_t, unsigned>{f5Key, ShortcutOwners::alt}))
+        << "Option is the desktop's Alt";
+    press(spaceKey, Event::controlKeyMask | Event::optionKeyMask, " ");
+    EXPECT_EQ(o().allForwardTextView->notice(), "\u2303\u2325Space is used by GNOME")
+        << "free for the probe, taken by the desktop's settings";
+    EXPECT_EQ(Application::shared().beepCount(), beeps + 2);
+    EXPECT_EQ(stored(), nullptr);
+    EXPECT_TRUE(field().isRecording());
+
+    // A clash with the pane's own slots is named as before, without asking the desktop.
+    const auto askedBefore = desktop.asked.size();
+    press(f5Key, Event::controlKeyMask, "x");
+    clickInto(o().allBackwardTextView);
+    press(f5Key, Event::controlKeyMask, "x");
+    EXPECT_NE(o().allBackwardTextView->notice().find("is already used by"), std::string::npos);
+    EXPECT_EQ(desktop.asked.size(), askedBefore + 1) << "asked for the first, free one only";
+
+    desktop.unknown = true;
+    press(f5Key, Event::controlKeyMask | Event::shiftKeyMask, "x");
+    EXPECT_NE(stored("Backward"), nullptr);
+    EXPECT_EQ(o().allBackwardTextView->notice(),
+              "\u2303\u21E7F5 is set; the desktop could not be asked whether it uses it too");
+    loop.advance(KRVXHotKeyTextView::refusalNoticeTime + 0.1);
+    EXPECT_EQ(o().allBackwardTextView->notice(), "");
 }
 
 TEST_F(HotKeyRecorderTest, KeysWithoutShiftControlOrOptionAskFirst)

@@ -12,6 +12,7 @@
 #include "platform/fake/FakeKeyEventTaps.hpp"
 #include "platform/fake/FakeProcessList.hpp"
 #include "platform/fake/FakeRunLoop.hpp"
+#include "ports/ShortcutOwners.hpp"
 #include "ports/SystemVersion.hpp"
 #include "settings/SettingKeys.hpp"
 #include "system/DaemonControl.hpp"
@@ -108,6 +109,7 @@ protected:
         environment.filePanels = filePanels;
         environment.fonts = fontCatalog;
         environment.hotKeys = hotKeys;
+        environment.shortcutOwners = shortcutOwners;
         environment.sharedLayoutsFolder = sharedLayouts.path();
         environment.preferencePaneFolders = paneFolders;
         pane = std::make_unique<KRVXPreferencePane>(bundlePath(), environment);
@@ -141,7 +143,8 @@ protected:
     int nextDaemonPID = 500;
     bool drawingOnly = false;
     FilePanels* filePanels = nullptr;
-    HotKeyRegistrar* hotKeys = nullptr; // none: every free combination is accepted
+    HotKeyRegistrar* hotKeys = nullptr;       // none: every free combination is accepted
+    ShortcutOwners* shortcutOwners = nullptr; // none: the desktop names no one
     const FontCatalog* fontCatalog = nullptr;
     std::unique_ptr<KRVXPreferencePane> pane;
     View* main = nullptr;

@@ -12,6 +12,7 @@ class HotKeyRegistrar;
 class ImageDecoder;
 class KeyboardLayout;
 class ProcessWindows;
+class ShortcutOwners;
 
 // What the desktop's libraries (X11, xkbcommon, fontconfig, libtiff) provide, made by the desktop
 // module. The module is loaded only when one of them is first needed, so that a start that needs
@@ -30,6 +31,8 @@ public:
     virtual HotKeyRegistrar& hotKeys() = 0;
     virtual ProcessWindows& windows() = 0;
     virtual AccessibilityStatus& accessibility() = 0;
+    // Who uses a key combination: the window manager's or the desktop's own shortcuts.
+    virtual ShortcutOwners& shortcutOwners() = 0;
     // Tells of moves to another virtual desktop while the returned watch lives.
     virtual std::shared_ptr<void> watchDesktops(DescriptorWatcher& loop,
                                                 std::function<void()> activeDesktopDidChange) = 0;

@@ -1,5 +1,6 @@
 // The desktop module: the services built on X11, xkbcommon, fontconfig and libtiff, made once.
 #include "platform/linux/DesktopServices.hpp"
+#include "platform/linux/DesktopShortcutOwners.hpp"
 #include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/TiffImageDecoder.hpp"
@@ -23,6 +24,7 @@ public:
     HotKeyRegistrar& hotKeys() override { return hotKeys_; }
     ProcessWindows& windows() override { return windows_; }
     AccessibilityStatus& accessibility() override { return accessibility_; }
+    ShortcutOwners& shortcutOwners() override { return owners_; }
     std::shared_ptr<void> watchDesktops(DescriptorWatcher& loop,
                                         std::function<void()> activeDesktopDidChange) override
     {
@@ -35,6 +37,7 @@ private:
     X11HotKeyRegistrar hotKeys_;
     EwmhProcessWindows windows_;
     X11AccessibilityStatus accessibility_;
+    DesktopShortcutOwners owners_;
 };
 
 } // namespace

@@ -1,0 +1,117 @@
+#include "platform/linux/OpenboxKeyBindings.hpp"
+
+#include "ports/ShortcutOwners.hpp"
+
+#include <cstring>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <memory>
+
+namespace vexto {
+
+namespace {
+
+using M = ShortcutOwners::Modifier;
+
+bool named(const xmlNode* node, const char* name)
+{
+    return node->type == XML_ELEMENT_NODE &&
+           std::strcmp(reinterpret_cast<const char*>(node->name), name) == 0;
+}
+
+std::string attribute(const xmlNode* node, const char* name)
+{
+    xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
+    std::string text = value != nullptr ? reinterpret_cast<const char*>(value) : "";
+    xmlFree(value);
+    return text;
+}
+
+// The first action of the binding, or of the first binding of its chain.
+std::string firstAction(const xmlNode* keybind)
+{
+    for (const xmlNode* child = keybind->children; child != nullptr; child = child->next) {
+        if (named(child, "action")) {
+            return attribute(child, "name");
+        }
+    }
+    for (const xmlNode* child = keybind->children; child != nullptr; child = child->next) {
+        if (named(child, "keybind")) {
+            // One level is enough to name a chain by what it starts.
+            for (const xmlNode* inner = child->children; inner != nullptr; inner = inner->next) {
+                if (named(inner, "action")) {
+                    return attribute(inner, "name");
+                }
+            }
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<OpenboxKeyBindings::Key> OpenboxKeyBindings::parseKey(std::string_view text)
+{
+    // A chain's first key is the one held.
+    text = text.substr(0, text.find(' '));
+    Key key{{}, 0};
+    while (true) {
+        const std::size_t dash = text.find('-');
+        // A dash at the end is the key "minus" written as itself.
+        if (dash == std::string_view::npos || dash + 1 == text.size()) {
+            break;
+        }
+        const std::string_view modifier = text.substr(0, dash);
+        if (modifier == "S") {
+            key.modifiers |= M::shift;
+        } else if (modifier == "C") {
+            key.modifiers |= M::control;
+        } else if (modifier == "A" || modifier == "M" || modifier == "Mod1") {
+            key.modifiers |= M::alt;
+        } else if (modifier == "W" || modifier == "Mod4") {
+            key.modifiers |= M::super;
+        } else {
+            return std::nullopt;
+        }
+        text.remove_prefix(dash + 1);
+    }
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    key.keysym = std::string(text);
+    return key;
+}
+
+std::optional<std::vector<OpenboxKeyBindings::Binding>>
+OpenboxKeyBindings::parse(std::string_view xml)
+{
+    if (xml.size() > largestFile) {
+        return std::nullopt;
+    }
+    // No network, no entities substituted, no DTD loaded; libxml2's own depth bound holds.
+    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
+        xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "rc.xml", nullptr,
+                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+        &xmlFreeDoc);
+    const xmlNode* root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    if (root == nullptr || !named(root, "openbox_config")) {
+        return std::nullopt;
+    }
+    std::vector<Binding> bindings;
+    for (const xmlNode* section = root->children; section != nullptr; section = section->next) {
+        if (!named(section, "keyboard")) {
+            continue;
+        }
+        for (const xmlNode* bind = section->children; bind != nullptr; bind = bind->next) {
+            if (!named(bind, "keybind") || bindings.size() >= mostBindings) {
+                continue;
+            }
+            if (const auto key = parseKey(attribute(bind, "key"))) {
+                bindings.push_back({*key, firstAction(bind)});
+            }
+        }
+    }
+    return bindings;
+}
+
+} // namespace vexto

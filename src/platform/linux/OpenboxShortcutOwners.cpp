@@ -1,0 +1,126 @@
+#include "platform/linux/OpenboxShortcutOwners.hpp"
+
+#include "platform/linux/EvdevKeyCodes.hpp"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vexto {
+
+namespace {
+
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+// A regular file's text, refused past the bound; none when it cannot be read. A FIFO planted in
+// the file's place must not hold the pane, so the file is opened without waiting.
+std::optional<std::string> boundedText(const std::string& path, std::size_t largest)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) {
+        return std::nullopt;
+    }
+    struct stat status {};
+    std::optional<std::string> text;
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+        static_cast<std::size_t>(status.st_size) <= largest) {
+        std::string read(static_cast<std::size_t>(status.st_size), '\0');
+        std::size_t got = 0;
+        while (got < read.size()) {
+            const ssize_t part = ::read(descriptor, read.data() + got, read.size() - got);
+            if (part <= 0) {
+                break;
+            }
+            got += static_cast<std::size_t>(part);
+        }
+        read.resize(got);
+        text = std::move(read);
+    }
+    ::close(descriptor);
+    return text;
+}
+
+} // namespace
+
+bool OpenboxShortcutOwners::Stamp::operator==(const Stamp& other) const
+{
+    return path == other.path && device == other.device && inode == other.inode &&
+           size == other.size && modified.tv_sec == other.modified.tv_sec &&
+           modified.tv_nsec == other.modified.tv_nsec;
+}
+
+std::vector<std::string> OpenboxShortcutOwners::configurationFiles()
+{
+    std::vector<std::string> files;
+    std::string home = environment("XDG_CONFIG_HOME");
+    if (home.empty() && !environment("HOME").empty()) {
+        home = environment("HOME") + "/.config";
+    }
+    if (!home.empty()) {
+        files.push_back(home + "/openbox/rc.xml");
+    }
+    std::string dirs = environment("XDG_CONFIG_DIRS");
+    if (dirs.empty()) {
+        dirs = "/etc/xdg";
+    }
+    for (std::size_t at = 0; at <= dirs.size();) {
+        const std::size_t colon = std::min(dirs.find(':', at), dirs.size());
+        if (colon > at) {
+            files.push_back(dirs.substr(at, colon - at) + "/openbox/rc.xml");
+        }
+        at = colon + 1;
+    }
+    return files;
+}
+
+OpenboxShortcutOwners::OpenboxShortcutOwners(std::vector<std::string> files, KeyOfKeysym keyOf)
+    : files_(std::move(files)), keyOf_(std::move(keyOf))
+{}
+
+void OpenboxShortcutOwners::refresh()
+{
+    // Openbox reads the first file that exists; so does this.
+    std::optional<Stamp> current;
+    for (const std::string& path : files_) {
+        struct stat status {};
+        if (::stat(path.c_str(), &status) == 0) {
+            current = Stamp{path, status.st_dev, status.st_ino, status.st_size, status.st_mtim};
+            break;
+        }
+    }
+    if (current == read_) {
+        return;
+    }
+    read_ = current;
+    bindings_.reset();
+    if (current) {
+        if (const auto text = boundedText(current->path, OpenboxKeyBindings::largestFile)) {
+            bindings_ = OpenboxKeyBindings::parse(*text);
+        }
+    }
+}
+
+ShortcutOwner OpenboxShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned modifiers)
+{
+    refresh();
+    if (!bindings_) {
+        return {ShortcutOwner::Answer::Unknown, "Openbox", {}, read_ ? read_->path : ""};
+    }
+    const auto xKeyCode = EvdevKeyCodes::xKeyCodeForVirtualKey(keyCode);
+    if (!xKeyCode) {
+        return {};
+    }
+    for (const OpenboxKeyBindings::Binding& binding : *bindings_) {
+        if (binding.key.modifiers == modifiers && keyOf_(binding.key.keysym) == *xKeyCode) {
+            return {ShortcutOwner::Answer::Taken, "Openbox", binding.action, read_->path};
+        }
+    }
+    return {};
+}
+
+} // namespace vexto

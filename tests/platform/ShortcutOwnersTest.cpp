@@ -1,0 +1,214 @@
+#include "../support/ChildProcess.hpp"
+#include "XvfbServer.hpp"
+#include "platform/linux/DesktopShortcutOwners.hpp"
+#include "platform/linux/OpenboxKeyBindings.hpp"
+#include "platform/linux/OpenboxShortcutOwners.hpp"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace vexto {
+namespace {
+
+namespace fs = std::filesystem;
+using Key = OpenboxKeyBindings::Key;
+using M = ShortcutOwners::Modifier;
+
+constexpr std::uint16_t virtualTab = 0x30;
+constexpr std::uint16_t virtualLeft = 0x7B;
+constexpr std::uint16_t virtualD = 0x02;
+
+std::string config(const std::string& keyboard)
+{
+    return "<?xml version=\"1.0\"?>\n<openbox_config xmlns=\"http://openbox.org/3.4/rc\">\n"
+           "<keyboard>\n" +
+           keyboard + "</keyboard>\n</openbox_config>\n";
+}
+
+const std::string openboxDefaults = config(R"(
+  <chainQuitKey>C-g</chainQuitKey>
+  <keybind key="C-A-Left"><action name="GoToDesktop"><to>left</to></action></keybind>
+  <keybind key="W-d"><action name="ToggleShowDesktop"/></keybind>
+  <keybind key="A-Tab">
+    <action name="NextWindow"><finalactions><action name="Focus"/></finalactions></action>
+  </keybind>
+  <keybind key="S-A-Tab"><action name="PreviousWindow"/></keybind>
+  <keybind key="C-a b"><action name="Iconify"/></keybind>
+  <keybind key="W-x"><keybind key="y"><action name="Close"/></keybind></keybind>
+)");
+
+TEST(OpenboxKeyBindingsTest, KeysAreReadAsOpenboxWritesThem)
+{
+    const std::pair<const char*, std::optional<Key>> keys[] = {
+        {"A-Tab", Key{"Tab", M::alt}},
+        {"S-A-Tab", Key{"Tab", M::shift | M::alt}},
+        {"C-A-Left", Key{"Left", M::control | M::alt}},
+        {"W-d", Key{"d", M::super}},
+        {"Mod4-x", Key{"x", M::super}},
+        {"M-F4", Key{"F4", M::alt}},
+        {"Mod1-C-S-W-space", Key{"space", M::alt | M::control | M::shift | M::super}},
+        {"C-a b", Key{"a", M::control}},
+        {"Print", Key{"Print", 0}},
+        {"H-x", std::nullopt},
+        {"Mod3-x", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [text, key] : keys) {
+        EXPECT_EQ(OpenboxKeyBindings::parseKey(text), key) << text;
+    }
+
+    const auto bindings = OpenboxKeyBindings::parse(openboxDefaults);
+    ASSERT_TRUE(bindings);
+    ASSERT_EQ(bindings->size(), 6u) << "the chain quit key is no binding";
+    EXPECT_EQ((*bindings)[2], (OpenboxKeyBindings::Binding{{"Tab", M::alt}, "NextWindow"}));
+    EXPECT_EQ((*bindings)[4], (OpenboxKeyBindings::Binding{{"a", M::control}, "Iconify"}));
+    EXPECT_EQ((*bindings)[5], (OpenboxKeyBindings::Binding{{"x", M::super}, "Close"}))
+        << "a chain is named by what it starts";
+}
+
+TEST(OpenboxKeyBindingsTest, TextsThatAreNoUsableConfigurationGiveNone)
+{
+    EXPECT_FALSE(OpenboxKeyBindings::parse("not xml at all"));
+    EXPECT_FALSE(OpenboxKeyBindings::parse("<keyboard><keybind key=\"A-Tab\"/></keyboard>"))
+        << "another document";
+    EXPECT_FALSE(OpenboxKeyBindings::parse(config("<keybind key=\"A-Tab\">")));
+    EXPECT_FALSE(OpenboxKeyBindings::parse(std::string(OpenboxKeyBindings::largestFile + 1, ' ')));
+    // Nesting far past any configuration's is refused, not followed.
+    std::string deep;
+    for (int i = 0; i < 100000; ++i) {
+        deep += "<a>";
+    }
+    EXPECT_FALSE(OpenboxKeyBindings::parse(config(deep)));
+    // Entities are never expanded: a few hundred bytes cannot become gigabytes.
+    const std::string laughs =
+        "<?xml version=\"1.0\"?><!DOCTYPE openbox_config [<!ENTITY a \"aaaaaaaaaa\">"
+        "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c "
+        "\"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\">"
+        "<!ENTITY d \"&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;\"><!ENTITY e "
+        "\"&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;\">"
+        "<!ENTITY f \"&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;\"><!ENTITY g "
+        "\"&f;&f;&f;&f;&f;&f;&f;&f;&f;&f;\">"
+        "<!ENTITY h \"&g;&g;&g;&g;&g;&g;&g;&g;&g;&g;\">]>"
+        "<openbox_config><keyboard><keybind key=\"A-&h;\"><action name=\"Exit\"/></keybind>"
+        "</keyboard></openbox_config>";
+    const auto entities = OpenboxKeyBindings::parse(laughs);
+    for (const auto& binding : entities.value_or(std::vector<OpenboxKeyBindings::Binding>{})) {
+        EXPECT_LT(binding.key.keysym.size(), 1000u);
+    }
+}
+
+// Key codes as a US keymap has them.
+std::optional<unsigned> usKey(const std::string& keysym)
+{
+    static const std::map<std::string, unsigned> codes = {
+        {"Tab", 23}, {"Left", 113}, {"d", 40}, {"a", 38}, {"x", 53}};
+    const auto found = codes.find(keysym);
+    return found != codes.end() ? std::optional(found->second) : std::nullopt;
+}
+
+class TemporaryFolder {
+public:
+    TemporaryFolder()
+    {
+        char pattern[] = "/tmp/vexto-openbox-XXXXXX";
+        path_ = ::mkdtemp(pattern);
+    }
+    ~TemporaryFolder() { fs::remove_all(path_); }
+    const fs::path& path() const { return path_; }
+    void write(const fs::path& relative, const std::string& text) const
+    {
+        fs::create_directories((path_ / relative).parent_path());
+        std::ofstream(path_ / relative) << text;
+    }
+
+private:
+    fs::path path_;
+};
+
+TEST(OpenboxShortcutOwnersTest, TheFirstFileThereNamesTheOwnerAndIsReadAgainWhenItChanges)
+{
+    TemporaryFolder folder;
+    const fs::path user = folder.path() / "home/openbox/rc.xml";
+    const fs::path system = folder.path() / "etc/openbox/rc.xml";
+    folder.write("etc/openbox/rc.xml", openboxDefaults);
+    OpenboxShortcutOwners owners({user, system}, usKey);
+
+    const ShortcutOwner altTab = owners.ownerOf(virtualTab, M::alt);
+    EXPECT_EQ(altTab, (ShortcutOwner{ShortcutOwner::Answer::Taken, "Openbox", "NextWindow",
+                                     system.string()}));
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt | M::shift).action, "PreviousWindow");
+    EXPECT_EQ(owners.ownerOf(virtualLeft, M::control | M::alt).action, "GoToDesktop");
+    EXPECT_EQ(owners.ownerOf(virtualD, M::super).action, "ToggleShowDesktop");
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Free);
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt | M::control).answer, ShortcutOwner::Answer::Free)
+        << "modifiers must be the same, not only include the binding's";
+
+    // The user's own file takes over as soon as it exists, and its changes are seen.
+    folder.write("home/openbox/rc.xml", config("<keybind key=\"W-Tab\"><action name=\"Mine\"/>"
+                                               "</keybind>"));
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Free);
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).action, "Mine");
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // a later modification time
+    folder.write("home/openbox/rc.xml", config("<keybind key=\"W-Tab\"><action name=\"Other\"/>"
+                                               "</keybind>"));
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).action, "Other");
+
+    // What cannot be read or understood gives Unknown, never a guess.
+    folder.write("home/openbox/rc.xml", "<openbox_config><keyboard>");
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Unknown);
+    fs::remove(user);
+    ASSERT_EQ(::mkfifo(user.c_str(), 0600), 0);
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Unknown)
+        << "a FIFO is refused without waiting";
+    fs::remove(user);
+    fs::remove(system);
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Unknown);
+}
+
+// Openbox itself on a display of the test's own, with the configuration the test gives it.
+TEST(DesktopShortcutOwnersTest, UnderOpenboxItsOwnConfigurationNamesTheKeysItHolds)
+{
+    test::XvfbServer server;
+    ASSERT_TRUE(server.waitUntilReady());
+    TemporaryFolder folder;
+    folder.write("config/openbox/rc.xml", openboxDefaults);
+    const std::string configHome = (folder.path() / "config").string();
+    test::ChildProcess openbox({"openbox", "--sm-disable"},
+                               {{"DISPLAY", server.display()}, {"XDG_CONFIG_HOME", configHome}});
+    ::setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
+    ::unsetenv("WAYLAND_DISPLAY");
+    ::unsetenv("XDG_SESSION_TYPE");
+    DesktopShortcutOwners owners(server.display());
+    for (int tries = 0; tries < 300 && owners.windowManagerName().empty(); ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_EQ(owners.windowManagerName(), "Openbox");
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).action, "NextWindow");
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).configuredIn, configHome + "/openbox/rc.xml");
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Free);
+
+    // A Wayland compositor's keys cannot be asked for.
+    ::setenv("WAYLAND_DISPLAY", "wayland-test", 1);
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Unknown);
+    ::unsetenv("WAYLAND_DISPLAY");
+    ::unsetenv("XDG_CONFIG_HOME");
+
+    // Another window manager, or none: the display's own probe speaks alone.
+    openbox.stop();
+    for (int tries = 0; tries < 300 && !owners.windowManagerName().empty(); ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Free);
+}
+
+} // namespace
+} // namespace vexto
