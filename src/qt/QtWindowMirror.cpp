@@ -1,5 +1,6 @@
 #include "qt/QtWindowMirror.hpp"
 
+#include "toolkit/TextView.hpp"
 #include "toolkit/View.hpp"
 #include "toolkit/Window.hpp"
 
@@ -111,13 +112,35 @@ QtWindowMirror::QtWindowMirror(Window& window) : window_(window)
         if (change == WindowChange::Frame || change == WindowChange::Title ||
             change == WindowChange::Visible) {
             sync();
+        } else if (change == WindowChange::FirstResponder) {
+            takeKeyboardForARecordingField();
         }
     });
     sync();
 }
 
+// A field that takes every key (a hot-key field recording) takes the whole keyboard, so that a
+// combination the window manager or the desktop holds reaches it too and can be named, instead
+// of doing its own thing (Openbox closing the window on Alt+F4 while the user records it).
+void QtWindowMirror::takeKeyboardForARecordingField()
+{
+    const auto* text = dynamic_cast<const TextView*>(window_.firstResponder());
+    QtViewMirror* recording = text != nullptr && text->takesEveryKey() ? mirrorOf(text) : nullptr;
+    QWidget* grabber = QWidget::keyboardGrabber();
+    if (grabber != nullptr && widget_->isAncestorOf(grabber) &&
+        (recording == nullptr || recording->widget() != grabber)) {
+        grabber->releaseKeyboard();
+    }
+    if (recording != nullptr && recording->widget() != grabber) {
+        recording->widget()->grabKeyboard();
+    }
+}
+
 QtWindowMirror::~QtWindowMirror()
 {
+    if (QWidget* grabber = QWidget::keyboardGrabber(); grabber && widget_->isAncestorOf(grabber)) {
+        grabber->releaseKeyboard();
+    }
     window_.removeObserver(observer_);
     window_.setEventWaiter({});
     content_.reset();

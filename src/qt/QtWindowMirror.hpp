@@ -35,6 +35,7 @@ public:
 
 private:
     void sync();
+    void takeKeyboardForARecordingField();
 
     Window& window_;
     std::unique_ptr<QWidget> widget_;

@@ -5,8 +5,11 @@
 #include "../platform/WindowManager.hpp"
 #include "../platform/XvfbServer.hpp"
 #include "PaneWindow.hpp"
+#include "hotkeys/KRVXHotKeyTextView.hpp"
 #include "qt/QtViewMirror.hpp"
 #include "qt/QtWindowMirror.hpp"
+#include "toolkit/Application.hpp"
+#include "toolkit/Event.hpp"
 #include "toolkit/PopUpButton.hpp"
 #include "toolkit/TabView.hpp"
 #include "toolkit/Window.hpp"
@@ -146,6 +149,26 @@ TEST_F(QtOnX11Test, EscapeInAnOpenListOrMenuClosesOnlyThatAndThenTheWindow)
     ASSERT_TRUE(QTest::qWaitForWindowActive(mirror->widget()));
     press("Escape");
     EXPECT_FALSE(windowShown()) << "with nothing open, Escape closes the window";
+}
+
+// openbox closes the active window on Alt+F4. While a hot-key field records, the field takes the
+// whole keyboard, so the combination is recorded and the window stays.
+TEST_F(QtOnX11Test, ARecordingFieldGetsTheKeysTheWindowManagerHolds)
+{
+    selectTab("triggers");
+    auto* field = widgetOf(o().zoomFrontmostTextView);
+    // Clicked, as the model takes a click.
+    Application::shared().setCurrentEvent(Event::mouse(Event::Type::LeftMouseDown, Point{}));
+    ASSERT_TRUE(window->makeFirstResponder(o().zoomFrontmostTextView));
+    ASSERT_TRUE(o().zoomFrontmostTextView->isRecording());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QWidget::keyboardGrabber() == field; }));
+    press("alt+F4");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QWidget::keyboardGrabber() == nullptr; }))
+        << "recording ends, and with it the grab";
+    EXPECT_TRUE(windowShown()) << "openbox saw Alt+F4 and closed the window";
+    const PlistValue* table = pane->valueForSetting("Additional Zoom Frontmost Window");
+    ASSERT_NE(table, nullptr);
+    EXPECT_NE(table->asDictionary(), nullptr);
 }
 
 } // namespace
