@@ -53,7 +53,7 @@ only_in() { # PATTERN ALLOWED-PATH-REGEX WHAT
 }
 only_in 'plist/' '^src/foundation/PropertyListCodec\.cpp$' "libplist"
 only_in 'Q[A-Za-z]+>|QtCore|QtWidgets|QtGui' '^(src/qt/|apps/)' "Qt"
-only_in 'systemd/|xkbcommon/|fontconfig/|X11/|tiffio|libxml/' '^src/platform/linux/' "A Linux library"
+only_in 'systemd/|xkbcommon/|fontconfig/|X11/|tiffio|libxml/|gio/' '^src/platform/linux/' "A Linux library"
 only_in 'xcb/' '^(src/platform/linux/|apps/vextodaemon/xserver/)' "xcb"
 
 if [ "$failures" -ne 0 ]; then

@@ -4,14 +4,16 @@
 CORE_PACKAGES=(g++ cmake ninja-build pkg-config ccache libplist-dev libplist-utils libtiff-dev
                libxkbcommon-dev libxkbcommon-x11-dev libxcb1-dev xkb-data libx11-dev libsystemd-dev
                libxcb-ewmh-dev libxcb-icccm4-dev libxcb-shape0-dev libxcb-composite0-dev
-               libfontconfig-dev libxml2-dev
+               libfontconfig-dev libxml2-dev libglib2.0-dev
                libgtest-dev libgmock-dev libbenchmark-dev)
 # What the tests start for real: an X server without a screen and a window manager on it, a
 # private D-Bus session, fonts for the font menu (a symbol font among them), pgrep to compare the
 # process walk with, the desktop entry's validator, xdotool and xcb's XTEST to press keys, and
-# DAMAGE for the switcher bench to see a panel drawn.
+# DAMAGE for the switcher bench to see a panel drawn, and GNOME's keybinding schemas with the
+# schema compiler for the shortcut owners' tests.
 TEST_PACKAGES=(xvfb openbox dbus-daemon fonts-dejavu-core fonts-urw-base35 procps x11-utils
-               desktop-file-utils xdotool libxcb-xtest0-dev libxcb-damage0-dev)
+               desktop-file-utils xdotool libxcb-xtest0-dev libxcb-damage0-dev
+               gsettings-desktop-schemas gnome-settings-daemon-common libglib2.0-bin)
 # The Qt 6 desktop front (its tests render offscreen, no display needed), with Qt's own texts in
 # the languages the pane speaks.
 QT_PACKAGES=(qt6-base-dev libgl-dev qt6-translations-l10n)

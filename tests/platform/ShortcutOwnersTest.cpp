@@ -1,6 +1,8 @@
 #include "../support/ChildProcess.hpp"
 #include "XvfbServer.hpp"
 #include "platform/linux/DesktopShortcutOwners.hpp"
+#include "platform/linux/GnomeShortcutOwners.hpp"
+#include "platform/linux/GtkAccelerator.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/OpenboxShortcutOwners.hpp"
 
@@ -172,6 +174,84 @@ TEST(OpenboxShortcutOwnersTest, TheFirstFileThereNamesTheOwnerAndIsReadAgainWhen
     fs::remove(user);
     fs::remove(system);
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Unknown);
+}
+
+TEST(GtkAcceleratorTest, AcceleratorsAreReadAsGtkReadsThem)
+{
+    using A = std::optional<GtkAccelerator>;
+    const std::pair<const char*, A> accelerators[] = {
+        {"<Super>Tab", GtkAccelerator{"Tab", M::super}},
+        {"<Shift><Alt>Tab", GtkAccelerator{"Tab", M::shift | M::alt}},
+        {"<Primary><Alt>Delete", GtkAccelerator{"Delete", M::control | M::alt}},
+        {"<Control><Ctrl><Ctl>a", GtkAccelerator{"a", M::control}},
+        {"<ALT>F4", GtkAccelerator{"F4", M::alt}},
+        {"<Mod1><Mod4>x", GtkAccelerator{"x", M::alt | M::super}},
+        {"<Meta>space", GtkAccelerator{"space", M::alt}},
+        {"<Release><Super>d", GtkAccelerator{"d", M::super}},
+        {" <Super>Tab ", GtkAccelerator{"Tab", M::super}},
+        {"Print", GtkAccelerator{"Print", 0}},
+        {"<Hyper>x", std::nullopt},
+        {"<Super", std::nullopt},
+        {"<Super>", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [text, accelerator] : accelerators) {
+        EXPECT_EQ(GtkAccelerator::parse(text), accelerator) << text;
+    }
+}
+
+// GNOME's own schemas, compiled into a folder of the test's own, over a key file of settings.
+TEST(GnomeShortcutOwnersTest, TheDesktopsKeybindingsAndCustomShortcutsAreNamedBySummary)
+{
+    TemporaryFolder folder;
+    const fs::path schemas = folder.path() / "schemas";
+    fs::create_directories(schemas);
+    for (const char* schema : {"org.gnome.desktop.wm.keybindings.gschema.xml",
+                               "org.gnome.settings-daemon.plugins.media-keys.gschema.xml",
+                               "org.gnome.desktop.enums.xml"}) {
+        const fs::path installed = fs::path("/usr/share/glib-2.0/schemas") / schema;
+        ASSERT_TRUE(fs::exists(installed)) << installed << " (gsettings-desktop-schemas, "
+                                           << "gnome-settings-daemon-common)";
+        fs::copy_file(installed, schemas / schema);
+    }
+    const std::string compile = "glib-compile-schemas '" + schemas.string() + "'";
+    ASSERT_EQ(std::system(compile.c_str()), 0);
+    folder.write("config/glib-2.0/settings/keyfile",
+                 "[org/gnome/desktop/wm/keybindings]\n"
+                 "switch-windows=['<Super>F9']\n"
+                 "[org/gnome/settings-daemon/plugins/media-keys]\n"
+                 "custom-keybindings=['/custom/terminal/', 'not a path', '/custom/none/']\n"
+                 "[custom/terminal]\n"
+                 "binding='<Primary><Alt>t'\n"
+                 "name='Terminal'\n");
+    ::setenv("GSETTINGS_SCHEMA_DIR", schemas.c_str(), 1);
+    ::setenv("XDG_DATA_DIRS", (folder.path() / "nothing").c_str(), 1);
+    ::setenv("GSETTINGS_BACKEND", "keyfile", 1);
+    ::setenv("XDG_CONFIG_HOME", (folder.path() / "config").c_str(), 1);
+
+    GnomeShortcutOwners owners([](const std::string& keysym) -> std::optional<unsigned> {
+        if (keysym == "F9") {
+            return 75;
+        }
+        if (keysym == "t") {
+            return 28;
+        }
+        return usKey(keysym);
+    });
+    const ShortcutOwner altTab = owners.ownerOf(virtualTab, M::alt);
+    EXPECT_EQ(altTab.answer, ShortcutOwner::Answer::Taken);
+    EXPECT_EQ(altTab.program, "GNOME");
+    EXPECT_EQ(altTab.action, "Switch applications") << "the schema's own default";
+    EXPECT_EQ(owners.ownerOf(0x65 /* F9 */, M::super).action, "Switch windows")
+        << "the user's own setting";
+    const ShortcutOwner terminal = owners.ownerOf(0x11 /* T */, M::control | M::alt);
+    EXPECT_EQ(terminal.action, "Terminal");
+    EXPECT_NE(terminal.configuredIn.find("/custom/terminal/"), std::string::npos);
+    EXPECT_EQ(owners.ownerOf(virtualD, M::super | M::shift).answer, ShortcutOwner::Answer::Free);
+    for (const char* name :
+         {"GSETTINGS_SCHEMA_DIR", "XDG_DATA_DIRS", "GSETTINGS_BACKEND", "XDG_CONFIG_HOME"}) {
+        ::unsetenv(name);
+    }
 }
 
 // Openbox itself on a display of the test's own, with the configuration the test gives it.

@@ -2,8 +2,10 @@
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace vexto {
 
@@ -32,9 +34,31 @@ std::optional<Window> checkWindow(Display* display, Window window)
 
 DesktopShortcutOwners::DesktopShortcutOwners(const std::string& displayName)
 {
-    if (!isWaylandSession()) {
-        display_ = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
+    display_ = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
+}
+
+bool DesktopShortcutOwners::isGnomeDesktop()
+{
+    const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
+    const std::string_view names = desktops != nullptr ? desktops : "";
+    for (std::size_t at = 0; at <= names.size();) {
+        const std::size_t colon = std::min(names.find(':', at), names.size());
+        if (names.substr(at, colon - at) == "GNOME") {
+            return true;
+        }
+        at = colon + 1;
     }
+    return false;
+}
+
+std::optional<unsigned> DesktopShortcutOwners::keyOfKeysym(const std::string& keysym) const
+{
+    if (display_ == nullptr) {
+        return std::nullopt;
+    }
+    const KeySym symbol = XStringToKeysym(keysym.c_str());
+    const KeyCode code = symbol != NoSymbol ? XKeysymToKeycode(display_, symbol) : 0;
+    return code != 0 ? std::optional<unsigned>(code) : std::nullopt;
 }
 
 DesktopShortcutOwners::~DesktopShortcutOwners()
@@ -93,7 +117,16 @@ std::string DesktopShortcutOwners::readWindowManagerName() const
 
 ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned modifiers)
 {
-    if (isWaylandSession()) {
+    const auto keyOf = [this](const std::string& keysym) {
+        return keyOfKeysym(keysym);
+    };
+    if (isGnomeDesktop() && display_ != nullptr) {
+        if (!gnome_) {
+            gnome_ = std::make_unique<GnomeShortcutOwners>(keyOf);
+        }
+        return gnome_->ownerOf(keyCode, modifiers);
+    }
+    if (isWaylandSession() || display_ == nullptr) {
         return {ShortcutOwner::Answer::Unknown, {}, {}, {}};
     }
     if (windowManagerName() != "Openbox") {
@@ -101,12 +134,7 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
     }
     if (!openbox_) {
         openbox_ = std::make_unique<OpenboxShortcutOwners>(
-            OpenboxShortcutOwners::configurationFiles(),
-            [this](const std::string& keysym) -> std::optional<unsigned> {
-                const KeySym symbol = XStringToKeysym(keysym.c_str());
-                const KeyCode code = symbol != NoSymbol ? XKeysymToKeycode(display_, symbol) : 0;
-                return code != 0 ? std::optional<unsigned>(code) : std::nullopt;
-            });
+            OpenboxShortcutOwners::configurationFiles(), keyOf);
     }
     return openbox_->ownerOf(keyCode, modifiers);
 }

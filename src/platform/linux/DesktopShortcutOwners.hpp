@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/GnomeShortcutOwners.hpp"
 #include "platform/linux/OpenboxShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
@@ -10,9 +11,10 @@ struct _XDisplay;
 
 namespace vexto {
 
-// The shortcut owners of the session the pane runs in, chosen when asked: in a Wayland session
-// the compositor's keys cannot be asked for (Unknown); on X11 under Openbox its configuration
-// names them; under another window manager the display's grab probe speaks alone (Free).
+// The shortcut owners of the session the pane runs in, chosen when asked: on a GNOME desktop
+// (X11 or Wayland) its GSettings name them; on X11 under Openbox its configuration does; in
+// another Wayland session the compositor's keys cannot be asked for (Unknown); under another X11
+// window manager the display's grab probe speaks alone (Free).
 class DesktopShortcutOwners final : public ShortcutOwners {
 public:
     // The display named (empty: $DISPLAY).
@@ -24,14 +26,19 @@ public:
     ShortcutOwner ownerOf(std::uint16_t keyCode, unsigned modifiers) override;
 
     static bool isWaylandSession();
+    // XDG_CURRENT_DESKTOP names GNOME among its desktops.
+    static bool isGnomeDesktop();
     // The name the running window manager gives itself (_NET_WM_NAME of its check window).
     std::string windowManagerName() const;
 
 private:
     std::string readWindowManagerName() const;
+    // The X key code a keysym is on in the server's keymap (Xwayland's in a Wayland session).
+    std::optional<unsigned> keyOfKeysym(const std::string& keysym) const;
 
     _XDisplay* display_ = nullptr;
     std::unique_ptr<OpenboxShortcutOwners> openbox_;
+    std::unique_ptr<GnomeShortcutOwners> gnome_;
 };
 
 } // namespace vexto
