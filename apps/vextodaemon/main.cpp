@@ -26,6 +26,7 @@
 #include "platform/linux/FontconfigCatalog.hpp"
 #include "platform/linux/PollRunLoop.hpp"
 #include "platform/linux/ProcessRegister.hpp"
+#include "platform/linux/WaylandSession.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/XkbKeyboardLayout.hpp"
 #include "settings/LayeredSettings.hpp"
@@ -91,25 +92,10 @@ void logToFile(DaemonLog*& log)
     });
 }
 
-// Generic window switching is not possible for a client under Wayland: the compositor owns the
-// keyboard and the windows, and Xwayland shows only the X11 programs.
-std::optional<std::string> waylandSession()
-{
-    const char* type = std::getenv("XDG_SESSION_TYPE");
-    const char* wayland = std::getenv("WAYLAND_DISPLAY");
-    if (type != nullptr && std::string(type) == "wayland") {
-        return "XDG_SESSION_TYPE is wayland";
-    }
-    if (wayland != nullptr && *wayland != '\0') {
-        return "WAYLAND_DISPLAY is " + std::string(wayland);
-    }
-    return std::nullopt;
-}
-
 // The window system the daemon cycles on, none (with the reason logged) where it cannot.
 std::unique_ptr<X11WindowSystem> windowSystem(RunLoop& loop, DescriptorWatcher& watcher)
 {
-    if (const auto session = waylandSession()) {
+    if (const auto session = WaylandSession::evidence()) {
         Log::line("window cycling needs an X11 session, and this is a Wayland one (" + *session +
                   "): no hot keys are grabbed");
         return nullptr;

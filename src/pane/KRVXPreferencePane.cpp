@@ -390,6 +390,11 @@ void KRVXPreferencePane::updateForSpacesAndAssistiveDevicesAccess(bool assistive
     KRVXLinkTextField& banner = *outlets_.warningTextField;
     if (assistiveAccessEnabled) {
         banner.setStringValue("");
+    } else if (environment_.accessibility != nullptr &&
+               environment_.accessibility->needsAnotherSession()) {
+        // No setting helps here: the banner says what does, and links nowhere.
+        banner.setStringValue(
+            KRVXLocalizedString("Window cycling needs an X11 session: this is a Wayland session"));
     } else {
         const std::string text = KRVXLocalizedString("Please enable access for assistive devices");
         if (const auto path = KRVXPreferencePanePath("UniversalAccessPref")) {

@@ -8,6 +8,9 @@ class AccessibilityStatus {
 public:
     virtual ~AccessibilityStatus() = default;
     virtual bool isAssistiveAccessEnabled() = 0;
+    // The session gives no background program the keyboard or other programs' windows, whatever
+    // is allowed (a Wayland session): only another kind of session can.
+    virtual bool needsAnotherSession() { return false; }
 };
 
 } // namespace vexto

@@ -269,6 +269,21 @@ TEST_F(DaemonAndSystemStatusTest, TheBannerLinksToTheAccessibilityPaneWhenThereI
               "Open the \"Accessibility\" preference pane");
 }
 
+// In a Wayland session no setting gives the daemon the keyboard: the banner says what does, in
+// the pane's language, and links nowhere.
+TEST_F(DaemonAndSystemStatusTest, AWaylandSessionIsNamedInsteadOfAssistiveAccess)
+{
+    std::filesystem::create_directories(
+        home.file("Library/PreferencePanes/UniversalAccessPref.prefPane"));
+    accessibility.enabled = true;
+    accessibility.wayland = true;
+    open();
+    EXPECT_EQ(o().warningTextField->stringValue(),
+              "Window cycling needs an X11 session: this is a Wayland session");
+    EXPECT_EQ(pane->linkOfOutletNamed("warningTextField"), "");
+    EXPECT_TRUE(desktop.openedFiles.empty()) << "no daemon started that could not cycle";
+}
+
 // Where the host names the folders, the first that holds the pane wins.
 TEST_F(DaemonAndSystemStatusTest, TheAccessibilityPaneIsLookedForInTheFoldersTheHostNames)
 {

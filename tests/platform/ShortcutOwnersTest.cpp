@@ -5,6 +5,7 @@
 #include "platform/linux/GtkAccelerator.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/OpenboxShortcutOwners.hpp"
+#include "platform/linux/X11AccessibilityStatus.hpp"
 
 #include <gtest/gtest.h>
 
@@ -265,6 +266,7 @@ TEST(DesktopShortcutOwnersTest, UnderOpenboxItsOwnConfigurationNamesTheKeysItHol
     test::ChildProcess openbox({"openbox", "--sm-disable"},
                                {{"DISPLAY", server.display()}, {"XDG_CONFIG_HOME", configHome}});
     ::setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
+    ::setenv("DISPLAY", server.display().c_str(), 1);
     ::unsetenv("WAYLAND_DISPLAY");
     ::unsetenv("XDG_SESSION_TYPE");
     DesktopShortcutOwners owners(server.display());
@@ -276,9 +278,14 @@ TEST(DesktopShortcutOwnersTest, UnderOpenboxItsOwnConfigurationNamesTheKeysItHol
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).configuredIn, configHome + "/openbox/rc.xml");
     EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Free);
 
-    // A Wayland compositor's keys cannot be asked for.
+    // A Wayland compositor's keys cannot be asked for, and no setting gives the daemon the
+    // keyboard there, Xwayland's display or not.
+    X11AccessibilityStatus access;
+    EXPECT_TRUE(access.isAssistiveAccessEnabled());
     ::setenv("WAYLAND_DISPLAY", "wayland-test", 1);
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Unknown);
+    EXPECT_FALSE(access.isAssistiveAccessEnabled());
+    EXPECT_TRUE(access.needsAnotherSession());
     ::unsetenv("WAYLAND_DISPLAY");
     ::unsetenv("XDG_CONFIG_HOME");
 

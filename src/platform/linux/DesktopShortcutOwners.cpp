@@ -1,10 +1,11 @@
 #include "platform/linux/DesktopShortcutOwners.hpp"
 
+#include "platform/linux/WaylandSession.hpp"
+
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 namespace vexto {
@@ -68,14 +69,6 @@ DesktopShortcutOwners::~DesktopShortcutOwners()
     }
 }
 
-bool DesktopShortcutOwners::isWaylandSession()
-{
-    const char* type = std::getenv("XDG_SESSION_TYPE");
-    const char* wayland = std::getenv("WAYLAND_DISPLAY");
-    return (type != nullptr && std::strcmp(type, "wayland") == 0) ||
-           (wayland != nullptr && *wayland != '\0');
-}
-
 std::string DesktopShortcutOwners::windowManagerName() const
 {
     if (display_ == nullptr) {
@@ -126,7 +119,7 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
         }
         return gnome_->ownerOf(keyCode, modifiers);
     }
-    if (isWaylandSession() || display_ == nullptr) {
+    if (WaylandSession::isCurrent() || display_ == nullptr) {
         return {ShortcutOwner::Answer::Unknown, {}, {}, {}};
     }
     if (windowManagerName() != "Openbox") {

@@ -25,7 +25,6 @@ public:
 
     ShortcutOwner ownerOf(std::uint16_t keyCode, unsigned modifiers) override;
 
-    static bool isWaylandSession();
     // XDG_CURRENT_DESKTOP names GNOME among its desktops.
     static bool isGnomeDesktop();
     // The name the running window manager gives itself (_NET_WM_NAME of its check window).

@@ -5,11 +5,12 @@
 namespace vexto {
 
 // On Linux the daemon can watch the keyboard and drive other windows exactly when it can reach
-// an X11 display (XWayland included): X11 asks no permission, and a pure Wayland session or a
-// machine without a display gives no such access at all.
+// an X11 display in an X11 session: X11 asks no permission. A Wayland session gives no such
+// access at all, even with Xwayland's display at hand, and neither does a machine without one.
 class X11AccessibilityStatus final : public AccessibilityStatus {
 public:
     bool isAssistiveAccessEnabled() override;
+    bool needsAnotherSession() override;
 };
 
 } // namespace vexto
