@@ -101,17 +101,40 @@ std::string KRVXHotKeyTextView::direction() const
     return direction_.empty() ? std::string(anyDirection) : direction_;
 }
 
+const PlistDictionary* KRVXHotKeyTextView::storedRecord() const
+{
+    const PlistValue* table = objectForKey(delegate_->hotKeyRecords(), hotKeyIdentifier());
+    const PlistValue* stored = table != nullptr && table->isDictionary()
+                                   ? objectForKey(*table->asDictionary(), direction())
+                                   : nullptr;
+    return stored != nullptr ? stored->asDictionary() : nullptr;
+}
+
+void KRVXHotKeyTextView::showDesktopOwner()
+{
+    const PlistDictionary* record = delegate_ != nullptr ? storedRecord() : nullptr;
+    if (record == nullptr || objectForKey(*record, hotkeyrecord::keyCode) == nullptr) {
+        return;
+    }
+    const auto keyCode = static_cast<std::uint16_t>(integerForKey(*record, hotkeyrecord::keyCode));
+    const auto flags = static_cast<std::uint64_t>(integerForKey(*record, hotkeyrecord::modifiers));
+    const ShortcutOwner owner = ownerOf(keyCode, flags);
+    if (owner.answer == ShortcutOwner::Answer::Taken) {
+        showSlot(); // the combination named as the field shows it
+        // Left standing until the user records another: nothing is changed for them.
+        showRefusal(HotKeyRefusal{}, string(), owner);
+        delegate_->hotKeyRunLoop().cancelPreviousPerformRequests(this, clearNoticeSelector,
+                                                                 PerformArgument{});
+    }
+}
+
 // The stored record, relabelled for the keyboard layout and exact-matching setting of now.
 void KRVXHotKeyTextView::showSlot()
 {
     if (delegate_ == nullptr) {
         return;
     }
-    const PlistValue* table = objectForKey(delegate_->hotKeyRecords(), hotKeyIdentifier());
-    const PlistValue* stored = table != nullptr && table->isDictionary()
-                                   ? objectForKey(*table->asDictionary(), direction())
-                                   : nullptr;
-    const PlistDictionary* record = stored != nullptr ? stored->asDictionary() : nullptr;
+    const PlistDictionary* record = storedRecord();
     std::optional<std::string> text;
     std::uint64_t modifiers = 0;
     if (record != nullptr) {

@@ -45,6 +45,9 @@ public:
     // relabelled for the current keyboard layout.
     void setHotKeyIdentifier(std::string identifier, std::string direction = {});
     std::string hotKeyIdentifier() const;
+    // Says beside the field when the desktop itself uses the combination stored in it (the
+    // defaults, Alt+Tab, are most window managers' own), and leaves the record as it is.
+    void showDesktopOwner();
     std::string direction() const;
     // The name of the slot, as the label beside the field gives it (unlocalized): a refusal
     // names the slot that already holds a combination by it.
@@ -90,6 +93,7 @@ private:
                      const ShortcutOwner& owner);
     void clearNoticeLater();
     ShortcutOwner ownerOf(std::uint16_t keyCode, std::uint64_t flags) const;
+    const PlistDictionary* storedRecord() const;
     std::string titleOfSlot(const HotKeyRefusal& refusal) const;
     std::string localized(std::string_view key) const;
     std::string emptyText(bool recording) const;

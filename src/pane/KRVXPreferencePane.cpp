@@ -294,6 +294,14 @@ void KRVXPreferencePane::willSelect()
         this, WorkspaceNotificationCenter::activeSpaceDidChangeNotification,
         [this] { spaceDidChange(); });
     automaticFirstStart();
+    // Once a pane: the defaults are the desktop's own keys on most desktops, and the user is
+    // told so where the keys are set, not surprised later by keys that do nothing.
+    if (!desktopOwnersShown_) {
+        desktopOwnersShown_ = true;
+        for (const auto& [row, field] : hotKeyFields()) {
+            field->showDesktopOwner();
+        }
+    }
 }
 
 // --- the daemon -------------------------------------------------------------------------

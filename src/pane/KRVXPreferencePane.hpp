@@ -241,6 +241,7 @@ private:
     std::optional<int> processPlatformToken_;
     bool refreshedThisTurn_ = false;
     bool refreshAskedAgain_ = false;
+    bool desktopOwnersShown_ = false; // the desktop was asked about the stored keys
     // As wide as the controls' texts need; the usual width unless a language needs more.
     double minimumContentWidth_ = firstGuessWidth;
 };

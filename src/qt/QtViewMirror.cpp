@@ -17,6 +17,8 @@
 #include "toolkit/TextField.hpp"
 #include "toolkit/TextView.hpp"
 
+#include <QEvent>
+#include <QTimer>
 #include <QToolTip>
 
 #include <cmath>
@@ -66,6 +68,44 @@ QtViewMirror::~QtViewMirror()
     }
 }
 
+namespace {
+
+// A window that has just appeared is still being placed and activated, which takes tips away.
+constexpr int noticeSettleTime = 600;
+constexpr const char* noticeWatched = "vextoNoticeWatched";
+
+// A notice given before the window showed (the pane's first look) appears when the view does.
+class NoticeWhenShown final : public QObject {
+public:
+    NoticeWhenShown(std::shared_ptr<View> view, QWidget* widget)
+        : QObject(widget), view_(std::move(view)), widget_(widget)
+    {
+        widget->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && !view_->notice().empty()) {
+            QTimer::singleShot(noticeSettleTime, widget_, [view = view_, widget = widget_] {
+                const QString text = QtViewMirror::noticeText(*view);
+                // One tip shows at a time: the first field's notice, in reading order.
+                if (!text.isEmpty() && widget->isVisible() && !QToolTip::isVisible()) {
+                    QToolTip::showText(widget->mapToGlobal(QPoint(0, widget->height())), text,
+                                       widget);
+                }
+            });
+        }
+        return false;
+    }
+
+private:
+    std::shared_ptr<View> view_;
+    QWidget* widget_;
+};
+
+} // namespace
+
 // A notice appears as a tip just under the view, without waiting for the pointer, and goes when
 // the model takes it away.
 QString QtViewMirror::noticeText(const View& view)
@@ -83,6 +123,14 @@ void QtViewMirror::showNotice()
     const QString text = noticeText(*view_);
     if (text.isEmpty()) {
         QToolTip::hideText();
+        return;
+    }
+    if (!widget_->isVisible()) {
+        // One watcher a widget, however many notices come before it shows.
+        if (!widget_->property(noticeWatched).toBool()) {
+            widget_->setProperty(noticeWatched, true);
+            new NoticeWhenShown(view_, widget_);
+        }
         return;
     }
     QToolTip::showText(widget_->mapToGlobal(QPoint(0, widget_->height())), text, widget_);

@@ -227,6 +227,33 @@ TEST_F(HotKeyRecorderTest, TheDesktopNamesTheOwnerOfACombinationItUses)
     EXPECT_EQ(o().allBackwardTextView->notice(), "");
 }
 
+// The first look says where a stored combination is the desktop's own, and changes nothing.
+TEST_F(HotKeyRecorderTest, TheFirstLookSaysWhichStoredKeysTheDesktopUses)
+{
+    DesktopShortcuts desktop;
+    shortcutOwners = &desktop;
+    pane.reset();
+    load();
+    pane->settings()["Cycle All Windows"] = PlistDictionary{
+        {"Forward", PlistDictionary{{"Key Code", std::to_string(f5Key)},
+                                    {"Modifiers", std::to_string(Event::optionKeyMask)},
+                                    {"Visual Representation", "\u2325F5"}}},
+        {"Backward", PlistDictionary{{"Key Code", std::to_string(f5Key)},
+                                     {"Modifiers", std::to_string(Event::controlKeyMask)},
+                                     {"Visual Representation", "\u2303F5"}}}};
+    pane->willSelect();
+    EXPECT_EQ(o().allForwardTextView->notice(), "\u2325F5 is used by Openbox: NextWindow");
+    EXPECT_EQ(o().allBackwardTextView->notice(), "") << "a key nobody else uses";
+    loop.advance(KRVXHotKeyTextView::refusalNoticeTime * 3);
+    EXPECT_NE(o().allForwardTextView->notice(), "") << "it stands until the user acts";
+    EXPECT_NE(stored(), nullptr) << "nothing is changed for the user";
+    const auto asked = desktop.asked.size();
+    pane->didUnselect();
+    pane->willSelect();
+    EXPECT_EQ(desktop.asked.size(), asked) << "said once";
+    pane->didUnselect();
+}
+
 TEST_F(HotKeyRecorderTest, KeysWithoutShiftControlOrOptionAskFirst)
 {
     focus();
