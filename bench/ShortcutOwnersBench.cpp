@@ -2,8 +2,9 @@
 // (the distribution's own file) warm (a stat per question) and cold (read and parsed), GNOME's
 // keybindings through GSettings over a key file, and beside them the floor the recorder already
 // pays, the display's grab probe (with DISPLAY set). Goal: under 5 ms a question.
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "platform/linux/GnomeShortcutOwners.hpp"
-#include "platform/linux/OpenboxShortcutOwners.hpp"
+#include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/X11HotKeyRegistrar.hpp"
 
 #include <benchmark/benchmark.h>
@@ -25,7 +26,7 @@ constexpr std::uint16_t virtualTab = 0x30;
 constexpr std::uint16_t virtualK = 0x28;
 
 // The server's keymap where there is a display, else a US keyboard's key codes.
-OpenboxShortcutOwners::KeyOfKeysym keyOfKeysym()
+KeyOfKeysym keyOfKeysym()
 {
     static Display* display = XOpenDisplay(nullptr);
     return [](const std::string& keysym) -> std::optional<unsigned> {
@@ -45,7 +46,8 @@ const std::vector<std::string> distributionFile = {"/etc/xdg/openbox/rc.xml"};
 
 void openboxWarm(benchmark::State& state)
 {
-    OpenboxShortcutOwners owners(distributionFile, keyOfKeysym());
+    ConfiguredShortcutOwners owners("Openbox", distributionFile, &OpenboxKeyBindings::parse,
+                                    keyOfKeysym());
     owners.ownerOf(virtualTab, M::alt);
     for (auto _ : state) {
         // A free combination walks every binding.
@@ -57,7 +59,8 @@ BENCHMARK(openboxWarm)->Unit(benchmark::kMicrosecond);
 void openboxCold(benchmark::State& state)
 {
     for (auto _ : state) {
-        OpenboxShortcutOwners owners(distributionFile, keyOfKeysym());
+        ConfiguredShortcutOwners owners("Openbox", distributionFile, &OpenboxKeyBindings::parse,
+                                        keyOfKeysym());
         benchmark::DoNotOptimize(owners.ownerOf(virtualK, M::control | M::super));
     }
 }

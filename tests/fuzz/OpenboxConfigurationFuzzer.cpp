@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     }
     for (const auto& binding : *bindings) {
-        if (binding.key.keysym.empty() || binding.key.keysym.size() > size) {
+        if (binding.keysym.empty() || binding.keysym.size() > size) {
             std::fprintf(stderr, "a binding without a key, or with more than the text held\n");
             std::abort();
         }

@@ -1,11 +1,13 @@
 #include "../support/ChildProcess.hpp"
 #include "XvfbServer.hpp"
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "platform/linux/DesktopShortcutOwners.hpp"
 #include "platform/linux/GnomeShortcutOwners.hpp"
 #include "platform/linux/GtkAccelerator.hpp"
+#include "platform/linux/I3KeyBindings.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
-#include "platform/linux/OpenboxShortcutOwners.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
+#include "platform/linux/XfceKeyBindings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +25,7 @@ namespace vexto {
 namespace {
 
 namespace fs = std::filesystem;
-using Key = OpenboxKeyBindings::Key;
+using Key = ShortcutBinding;
 using M = ShortcutOwners::Modifier;
 
 constexpr std::uint16_t virtualTab = 0x30;
@@ -72,9 +74,9 @@ TEST(OpenboxKeyBindingsTest, KeysAreReadAsOpenboxWritesThem)
     const auto bindings = OpenboxKeyBindings::parse(openboxDefaults);
     ASSERT_TRUE(bindings);
     ASSERT_EQ(bindings->size(), 6u) << "the chain quit key is no binding";
-    EXPECT_EQ((*bindings)[2], (OpenboxKeyBindings::Binding{{"Tab", M::alt}, "NextWindow"}));
-    EXPECT_EQ((*bindings)[4], (OpenboxKeyBindings::Binding{{"a", M::control}, "Iconify"}));
-    EXPECT_EQ((*bindings)[5], (OpenboxKeyBindings::Binding{{"x", M::super}, "Close"}))
+    EXPECT_EQ((*bindings)[2], (ShortcutBinding{"Tab", M::alt, "NextWindow"}));
+    EXPECT_EQ((*bindings)[4], (ShortcutBinding{"a", M::control, "Iconify"}));
+    EXPECT_EQ((*bindings)[5], (ShortcutBinding{"x", M::super, "Close"}))
         << "a chain is named by what it starts";
 }
 
@@ -104,9 +106,79 @@ TEST(OpenboxKeyBindingsTest, TextsThatAreNoUsableConfigurationGiveNone)
         "<openbox_config><keyboard><keybind key=\"A-&h;\"><action name=\"Exit\"/></keybind>"
         "</keyboard></openbox_config>";
     const auto entities = OpenboxKeyBindings::parse(laughs);
-    for (const auto& binding : entities.value_or(std::vector<OpenboxKeyBindings::Binding>{})) {
-        EXPECT_LT(binding.key.keysym.size(), 1000u);
+    for (const auto& binding : entities.value_or(std::vector<ShortcutBinding>{})) {
+        EXPECT_LT(binding.keysym.size(), 1000u);
     }
+}
+
+TEST(I3KeyBindingsTest, BindsymLinesOutsideModesAreReadWithTheirVariables)
+{
+    const auto bindings = I3KeyBindings::parse(R"(# i3 config
+set $mod Mod4
+set $mod2 Mod1
+bindsym $mod+Return exec i3-sensible-terminal
+bindsym $mod2+Tab focus right
+bindsym --release $mod+Shift+q kill
+bindsym Control+Mod3+x nop
+bindcode 133 nop
+mode "resize" {
+        bindsym Left resize shrink width 10 px
+}
+bindsym $mod+r     mode "resize"
+   # bindsym $mod+z commented out
+)");
+    ASSERT_TRUE(bindings);
+    const std::vector<ShortcutBinding> expected = {
+        {"Return", M::super, "exec i3-sensible-terminal"},
+        {"Tab", M::alt, "focus right"},
+        {"q", M::super | M::shift, "kill"},
+        {"r", M::super, "mode \"resize\""},
+    };
+    EXPECT_EQ(*bindings, expected);
+    EXPECT_EQ(I3KeyBindings::parseCombination("Ctrl+Shift+plus"),
+              (ShortcutBinding{"plus", M::control | M::shift}));
+    EXPECT_EQ(I3KeyBindings::parseCombination("Mod1++"), (ShortcutBinding{"+", M::alt}));
+    EXPECT_FALSE(I3KeyBindings::parseCombination("Mod5+x"));
+    EXPECT_FALSE(I3KeyBindings::parse(std::string("bindsym a\0b", 11))) << "not text";
+    // Variables that grow with every use stay within the bound.
+    std::string growing = "set $a xxxxxxxxxxxxxxxx\n";
+    for (int i = 0; i < 20; ++i) {
+        growing += "set $a $a$a\n";
+    }
+    growing += "bindsym Mod4+$a nop\n";
+    EXPECT_TRUE(I3KeyBindings::parse(growing));
+}
+
+TEST(XfceKeyBindingsTest, TheCustomSetReplacesTheDefaultOneOfEachSection)
+{
+    const auto bindings = XfceKeyBindings::parse(R"(<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-keyboard-shortcuts" version="1.0">
+  <property name="commands" type="empty">
+    <property name="default" type="empty">
+      <property name="&lt;Alt&gt;F2" type="string" value="xfce4-appfinder --collapsed"/>
+    </property>
+    <property name="custom" type="empty">
+      <property name="&lt;Primary&gt;&lt;Alt&gt;t" type="string" value="exo-open --launch TerminalEmulator"/>
+      <property name="override" type="bool" value="true"/>
+    </property>
+  </property>
+  <property name="xfwm4" type="empty">
+    <property name="default" type="empty">
+      <property name="&lt;Alt&gt;Tab" type="string" value="cycle_windows_key"/>
+      <property name="&lt;Hyper&gt;x" type="string" value="unreadable"/>
+    </property>
+    <property name="custom" type="empty"/>
+  </property>
+</channel>
+)");
+    ASSERT_TRUE(bindings);
+    const std::vector<ShortcutBinding> expected = {
+        {"Tab", M::alt, "cycle_windows_key"},
+        {"t", M::control | M::alt, "exo-open --launch TerminalEmulator"},
+    };
+    EXPECT_EQ(*bindings, expected);
+    EXPECT_FALSE(XfceKeyBindings::parse("<openbox_config/>"));
+    EXPECT_FALSE(XfceKeyBindings::parse("<channel"));
 }
 
 // Key codes as a US keymap has them.
@@ -137,13 +209,13 @@ private:
     fs::path path_;
 };
 
-TEST(OpenboxShortcutOwnersTest, TheFirstFileThereNamesTheOwnerAndIsReadAgainWhenItChanges)
+TEST(ConfiguredShortcutOwnersTest, TheFirstFileThereNamesTheOwnerAndIsReadAgainWhenItChanges)
 {
     TemporaryFolder folder;
     const fs::path user = folder.path() / "home/openbox/rc.xml";
     const fs::path system = folder.path() / "etc/openbox/rc.xml";
     folder.write("etc/openbox/rc.xml", openboxDefaults);
-    OpenboxShortcutOwners owners({user, system}, usKey);
+    ConfiguredShortcutOwners owners("Openbox", {user, system}, &OpenboxKeyBindings::parse, usKey);
 
     const ShortcutOwner altTab = owners.ownerOf(virtualTab, M::alt);
     EXPECT_EQ(altTab, (ShortcutOwner{ShortcutOwner::Answer::Taken, "Openbox", "NextWindow",

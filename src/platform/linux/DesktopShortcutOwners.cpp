@@ -1,6 +1,9 @@
 #include "platform/linux/DesktopShortcutOwners.hpp"
 
+#include "platform/linux/I3KeyBindings.hpp"
+#include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/WaylandSession.hpp"
+#include "platform/linux/XfceKeyBindings.hpp"
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -122,14 +125,24 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
     if (WaylandSession::isCurrent() || display_ == nullptr) {
         return {ShortcutOwner::Answer::Unknown, {}, {}, {}};
     }
-    if (windowManagerName() != "Openbox") {
-        return {};
+    // The window manager's own configuration, read by the program that names itself so.
+    const std::string manager = windowManagerName();
+    if (manager != configured_.first) {
+        configured_.first = manager;
+        configured_.second.reset();
+        if (manager == "Openbox") {
+            configured_.second = std::make_unique<ConfiguredShortcutOwners>(
+                "Openbox", OpenboxKeyBindings::configurationFiles(), &OpenboxKeyBindings::parse,
+                keyOf);
+        } else if (manager == "i3") {
+            configured_.second = std::make_unique<ConfiguredShortcutOwners>(
+                "i3", I3KeyBindings::configurationFiles(), &I3KeyBindings::parse, keyOf);
+        } else if (manager == "Xfwm4") {
+            configured_.second = std::make_unique<ConfiguredShortcutOwners>(
+                "Xfce", XfceKeyBindings::configurationFiles(), &XfceKeyBindings::parse, keyOf);
+        }
     }
-    if (!openbox_) {
-        openbox_ = std::make_unique<OpenboxShortcutOwners>(
-            OpenboxShortcutOwners::configurationFiles(), keyOf);
-    }
-    return openbox_->ownerOf(keyCode, modifiers);
+    return configured_.second ? configured_.second->ownerOf(keyCode, modifiers) : ShortcutOwner{};
 }
 
 } // namespace vexto

@@ -1,20 +1,21 @@
 #pragma once
 
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "platform/linux/GnomeShortcutOwners.hpp"
-#include "platform/linux/OpenboxShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
 #include <memory>
 #include <string>
+#include <utility>
 
 struct _XDisplay;
 
 namespace vexto {
 
 // The shortcut owners of the session the pane runs in, chosen when asked: on a GNOME desktop
-// (X11 or Wayland) its GSettings name them; on X11 under Openbox its configuration does; in
-// another Wayland session the compositor's keys cannot be asked for (Unknown); under another X11
-// window manager the display's grab probe speaks alone (Free).
+// (X11 or Wayland) its GSettings name them; on X11 under Openbox, i3 or Xfwm their
+// configuration does; in another Wayland session the compositor's keys cannot be asked for
+// (Unknown); under another X11 window manager the display's grab probe speaks alone (Free).
 class DesktopShortcutOwners final : public ShortcutOwners {
 public:
     // The display named (empty: $DISPLAY).
@@ -36,7 +37,9 @@ private:
     std::optional<unsigned> keyOfKeysym(const std::string& keysym) const;
 
     _XDisplay* display_ = nullptr;
-    std::unique_ptr<OpenboxShortcutOwners> openbox_;
+    // The window manager last seen, and its configuration's owners (none where it has none
+    // that is read).
+    std::pair<std::string, std::unique_ptr<ConfiguredShortcutOwners>> configured_;
     std::unique_ptr<GnomeShortcutOwners> gnome_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/ShortcutBinding.hpp"
 #include "ports/ShortcutOwners.hpp"
 
 #include <functional>
@@ -18,8 +19,6 @@ namespace vexto {
 // matter; a taken one is named by its setting's summary ("Switch applications").
 class GnomeShortcutOwners final : public ShortcutOwners {
 public:
-    using KeyOfKeysym = std::function<std::optional<unsigned>(const std::string& keysym)>;
-
     // The schemas asked, those installed; the others are passed over.
     static const std::vector<std::string>& keybindingSchemas();
 

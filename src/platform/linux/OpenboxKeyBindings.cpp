@@ -1,5 +1,6 @@
 #include "platform/linux/OpenboxKeyBindings.hpp"
 
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
 #include <cstring>
@@ -50,11 +51,11 @@ std::string firstAction(const xmlNode* keybind)
 
 } // namespace
 
-std::optional<OpenboxKeyBindings::Key> OpenboxKeyBindings::parseKey(std::string_view text)
+std::optional<ShortcutBinding> OpenboxKeyBindings::parseKey(std::string_view text)
 {
     // A chain's first key is the one held.
     text = text.substr(0, text.find(' '));
-    Key key{{}, 0};
+    ShortcutBinding key;
     while (true) {
         const std::size_t dash = text.find('-');
         // A dash at the end is the key "minus" written as itself.
@@ -82,8 +83,7 @@ std::optional<OpenboxKeyBindings::Key> OpenboxKeyBindings::parseKey(std::string_
     return key;
 }
 
-std::optional<std::vector<OpenboxKeyBindings::Binding>>
-OpenboxKeyBindings::parse(std::string_view xml)
+std::optional<std::vector<ShortcutBinding>> OpenboxKeyBindings::parse(std::string_view xml)
 {
     if (xml.size() > largestFile) {
         return std::nullopt;
@@ -97,7 +97,7 @@ OpenboxKeyBindings::parse(std::string_view xml)
     if (root == nullptr || !named(root, "openbox_config")) {
         return std::nullopt;
     }
-    std::vector<Binding> bindings;
+    std::vector<ShortcutBinding> bindings;
     for (const xmlNode* section = root->children; section != nullptr; section = section->next) {
         if (!named(section, "keyboard")) {
             continue;
@@ -106,12 +106,18 @@ OpenboxKeyBindings::parse(std::string_view xml)
             if (!named(bind, "keybind") || bindings.size() >= mostBindings) {
                 continue;
             }
-            if (const auto key = parseKey(attribute(bind, "key"))) {
-                bindings.push_back({*key, firstAction(bind)});
+            if (auto key = parseKey(attribute(bind, "key"))) {
+                key->action = firstAction(bind);
+                bindings.push_back(std::move(*key));
             }
         }
     }
     return bindings;
+}
+
+std::vector<std::string> OpenboxKeyBindings::configurationFiles()
+{
+    return ConfiguredShortcutOwners::xdgConfigurationFiles("openbox/rc.xml");
 }
 
 } // namespace vexto

@@ -1,4 +1,4 @@
-#include "platform/linux/OpenboxShortcutOwners.hpp"
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
 
 #include "platform/linux/EvdevKeyCodes.hpp"
 
@@ -47,14 +47,15 @@ std::optional<std::string> boundedText(const std::string& path, std::size_t larg
 
 } // namespace
 
-bool OpenboxShortcutOwners::Stamp::operator==(const Stamp& other) const
+bool ConfiguredShortcutOwners::Stamp::operator==(const Stamp& other) const
 {
     return path == other.path && device == other.device && inode == other.inode &&
            size == other.size && modified.tv_sec == other.modified.tv_sec &&
            modified.tv_nsec == other.modified.tv_nsec;
 }
 
-std::vector<std::string> OpenboxShortcutOwners::configurationFiles()
+std::vector<std::string>
+ConfiguredShortcutOwners::xdgConfigurationFiles(const std::string& relative)
 {
     std::vector<std::string> files;
     std::string home = environment("XDG_CONFIG_HOME");
@@ -62,7 +63,7 @@ std::vector<std::string> OpenboxShortcutOwners::configurationFiles()
         home = environment("HOME") + "/.config";
     }
     if (!home.empty()) {
-        files.push_back(home + "/openbox/rc.xml");
+        files.push_back(home + "/" + relative);
     }
     std::string dirs = environment("XDG_CONFIG_DIRS");
     if (dirs.empty()) {
@@ -71,20 +72,23 @@ std::vector<std::string> OpenboxShortcutOwners::configurationFiles()
     for (std::size_t at = 0; at <= dirs.size();) {
         const std::size_t colon = std::min(dirs.find(':', at), dirs.size());
         if (colon > at) {
-            files.push_back(dirs.substr(at, colon - at) + "/openbox/rc.xml");
+            files.push_back(dirs.substr(at, colon - at) + "/" + relative);
         }
         at = colon + 1;
     }
     return files;
 }
 
-OpenboxShortcutOwners::OpenboxShortcutOwners(std::vector<std::string> files, KeyOfKeysym keyOf)
-    : files_(std::move(files)), keyOf_(std::move(keyOf))
+ConfiguredShortcutOwners::ConfiguredShortcutOwners(std::string program,
+                                                   std::vector<std::string> files, Parser parse,
+                                                   KeyOfKeysym keyOf)
+    : program_(std::move(program)), files_(std::move(files)), parse_(std::move(parse)),
+      keyOf_(std::move(keyOf))
 {}
 
-void OpenboxShortcutOwners::refresh()
+void ConfiguredShortcutOwners::refresh()
 {
-    // Openbox reads the first file that exists; so does this.
+    // Window managers read the first file that exists; so does this.
     std::optional<Stamp> current;
     for (const std::string& path : files_) {
         struct stat status {};
@@ -99,25 +103,25 @@ void OpenboxShortcutOwners::refresh()
     read_ = current;
     bindings_.reset();
     if (current) {
-        if (const auto text = boundedText(current->path, OpenboxKeyBindings::largestFile)) {
-            bindings_ = OpenboxKeyBindings::parse(*text);
+        if (const auto text = boundedText(current->path, largestFile)) {
+            bindings_ = parse_(*text);
         }
     }
 }
 
-ShortcutOwner OpenboxShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned modifiers)
+ShortcutOwner ConfiguredShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned modifiers)
 {
     refresh();
     if (!bindings_) {
-        return {ShortcutOwner::Answer::Unknown, "Openbox", {}, read_ ? read_->path : ""};
+        return {ShortcutOwner::Answer::Unknown, program_, {}, read_ ? read_->path : ""};
     }
     const auto xKeyCode = EvdevKeyCodes::xKeyCodeForVirtualKey(keyCode);
     if (!xKeyCode) {
         return {};
     }
-    for (const OpenboxKeyBindings::Binding& binding : *bindings_) {
-        if (binding.key.modifiers == modifiers && keyOf_(binding.key.keysym) == *xKeyCode) {
-            return {ShortcutOwner::Answer::Taken, "Openbox", binding.action, read_->path};
+    for (const ShortcutBinding& binding : *bindings_) {
+        if (binding.modifiers == modifiers && keyOf_(binding.keysym) == *xKeyCode) {
+            return {ShortcutOwner::Answer::Taken, program_, binding.action, read_->path};
         }
     }
     return {};
