@@ -5,6 +5,7 @@
 #include "platform/linux/GnomeShortcutOwners.hpp"
 #include "platform/linux/GtkAccelerator.hpp"
 #include "platform/linux/I3KeyBindings.hpp"
+#include "platform/linux/KdeKeyBindings.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
 #include "platform/linux/XfceKeyBindings.hpp"
@@ -179,6 +180,32 @@ TEST(XfceKeyBindingsTest, TheCustomSetReplacesTheDefaultOneOfEachSection)
     EXPECT_EQ(*bindings, expected);
     EXPECT_FALSE(XfceKeyBindings::parse("<openbox_config/>"));
     EXPECT_FALSE(XfceKeyBindings::parse("<channel"));
+}
+
+TEST(KdeKeyBindingsTest, EachActiveShortcutOfEachActionIsReadWithItsFriendlyName)
+{
+    const auto bindings = KdeKeyBindings::parse(R"([kwin]
+_k_friendly_name=KWin
+Walk Through Windows=Alt+Tab\tMeta+Tab,Alt+Tab,Walk Through Windows
+Window Close=Alt+F4,Alt+F4,Close Window
+Expose=Ctrl+F9,Ctrl+F9,
+Unused=none,,Nothing
+[org.kde.konsole.desktop]
+_launch=Ctrl+Alt+T,none,Konsole
+Odd=Keypad+5,,Keypad five
+)");
+    ASSERT_TRUE(bindings);
+    const std::vector<ShortcutBinding> expected = {
+        {"Tab", M::alt, "Walk Through Windows"},
+        {"Tab", M::super, "Walk Through Windows"},
+        {"F4", M::alt, "Close Window"},
+        {"F9", M::control, "Expose"},
+    };
+    EXPECT_EQ(*bindings, expected) << "_launch is a key of the group, not an action";
+    EXPECT_EQ(KdeKeyBindings::parseShortcut("Meta+Shift+PgDown"),
+              (ShortcutBinding{"Next", M::super | M::shift}));
+    EXPECT_EQ(KdeKeyBindings::parseShortcut("Ctrl++"), (ShortcutBinding{"+", M::control}));
+    EXPECT_FALSE(KdeKeyBindings::parse(std::string("a=b\0", 4)));
 }
 
 // Key codes as a US keymap has them.

@@ -1,6 +1,7 @@
 #include "platform/linux/DesktopShortcutOwners.hpp"
 
 #include "platform/linux/I3KeyBindings.hpp"
+#include "platform/linux/KdeKeyBindings.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/WaylandSession.hpp"
 #include "platform/linux/XfceKeyBindings.hpp"
@@ -41,13 +42,13 @@ DesktopShortcutOwners::DesktopShortcutOwners(const std::string& displayName)
     display_ = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
 }
 
-bool DesktopShortcutOwners::isGnomeDesktop()
+bool DesktopShortcutOwners::isDesktop(std::string_view name)
 {
     const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
     const std::string_view names = desktops != nullptr ? desktops : "";
     for (std::size_t at = 0; at <= names.size();) {
         const std::size_t colon = std::min(names.find(':', at), names.size());
-        if (names.substr(at, colon - at) == "GNOME") {
+        if (names.substr(at, colon - at) == name) {
             return true;
         }
         at = colon + 1;
@@ -116,7 +117,14 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
     const auto keyOf = [this](const std::string& keysym) {
         return keyOfKeysym(keysym);
     };
-    if (isGnomeDesktop() && display_ != nullptr) {
+    if (isDesktop("KDE") && display_ != nullptr) {
+        if (!kde_) {
+            kde_ = std::make_unique<ConfiguredShortcutOwners>(
+                "KDE", KdeKeyBindings::configurationFiles(), &KdeKeyBindings::parse, keyOf);
+        }
+        return kde_->ownerOf(keyCode, modifiers);
+    }
+    if (isDesktop("GNOME") && display_ != nullptr) {
         if (!gnome_) {
             gnome_ = std::make_unique<GnomeShortcutOwners>(keyOf);
         }

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 struct _XDisplay;
@@ -13,9 +14,10 @@ struct _XDisplay;
 namespace vexto {
 
 // The shortcut owners of the session the pane runs in, chosen when asked: on a GNOME desktop
-// (X11 or Wayland) its GSettings name them; on X11 under Openbox, i3 or Xfwm their
-// configuration does; in another Wayland session the compositor's keys cannot be asked for
-// (Unknown); under another X11 window manager the display's grab probe speaks alone (Free).
+// (X11 or Wayland) its GSettings name them, on KDE Plasma its kglobalshortcutsrc; on X11 under
+// Openbox, i3 or Xfwm their configuration does; in another Wayland session the compositor's keys
+// cannot be asked for (Unknown); under another X11 window manager the display's grab probe speaks
+// alone (Free).
 class DesktopShortcutOwners final : public ShortcutOwners {
 public:
     // The display named (empty: $DISPLAY).
@@ -26,8 +28,8 @@ public:
 
     ShortcutOwner ownerOf(std::uint16_t keyCode, unsigned modifiers) override;
 
-    // XDG_CURRENT_DESKTOP names GNOME among its desktops.
-    static bool isGnomeDesktop();
+    // XDG_CURRENT_DESKTOP names this desktop among its own ("GNOME", "KDE").
+    static bool isDesktop(std::string_view name);
     // The name the running window manager gives itself (_NET_WM_NAME of its check window).
     std::string windowManagerName() const;
 
@@ -41,6 +43,7 @@ private:
     // that is read).
     std::pair<std::string, std::unique_ptr<ConfiguredShortcutOwners>> configured_;
     std::unique_ptr<GnomeShortcutOwners> gnome_;
+    std::unique_ptr<ConfiguredShortcutOwners> kde_;
 };
 
 } // namespace vexto

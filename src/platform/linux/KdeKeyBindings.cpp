@@ -1,0 +1,126 @@
+#include "platform/linux/KdeKeyBindings.hpp"
+
+#include "foundation/StringExtensions.hpp"
+#include "platform/linux/ConfiguredShortcutOwners.hpp"
+#include "ports/ShortcutOwners.hpp"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vexto {
+
+namespace {
+
+using M = ShortcutOwners::Modifier;
+
+// Qt's portable key names where they differ from the X keysym names.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 11> keysymOfQtName = {{
+    {"Space", "space"},
+    {"Esc", "Escape"},
+    {"Del", "Delete"},
+    {"Ins", "Insert"},
+    {"PgUp", "Prior"},
+    {"PgDown", "Next"},
+    {"Backspace", "BackSpace"},
+    {"Enter", "KP_Enter"},
+    {"SysReq", "Sys_Req"},
+    {"ScrollLock", "Scroll_Lock"},
+    {"CapsLock", "Caps_Lock"},
+}};
+
+std::vector<std::string_view> split(std::string_view text, char separator)
+{
+    std::vector<std::string_view> parts;
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, at), text.size());
+        parts.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return parts;
+}
+
+} // namespace
+
+std::optional<ShortcutBinding> KdeKeyBindings::parseShortcut(std::string_view text)
+{
+    ShortcutBinding binding;
+    while (true) {
+        const std::size_t plus = text.find('+');
+        if (plus == std::string_view::npos || plus + 1 == text.size()) {
+            break; // "Ctrl++": the key is the plus itself
+        }
+        const std::string_view modifier = text.substr(0, plus);
+        if (modifier == "Shift") {
+            binding.modifiers |= M::shift;
+        } else if (modifier == "Ctrl") {
+            binding.modifiers |= M::control;
+        } else if (modifier == "Alt") {
+            binding.modifiers |= M::alt;
+        } else if (modifier == "Meta") {
+            binding.modifiers |= M::super;
+        } else {
+            return std::nullopt;
+        }
+        text.remove_prefix(plus + 1);
+    }
+    if (text.empty() || text == "none") {
+        return std::nullopt;
+    }
+    const auto renamed = std::find_if(keysymOfQtName.begin(), keysymOfQtName.end(),
+                                      [&](const auto& entry) { return entry.first == text; });
+    binding.keysym = std::string(renamed != keysymOfQtName.end() ? renamed->second : text);
+    return binding;
+}
+
+std::optional<std::vector<ShortcutBinding>> KdeKeyBindings::parse(std::string_view text)
+{
+    if (text.size() > ConfiguredShortcutOwners::largestFile ||
+        text.find('\0') != std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::vector<ShortcutBinding> bindings;
+    for (const std::string_view rawLine : split(text, '\n')) {
+        const std::string line = trimmedString(rawLine);
+        const std::size_t equals = line.find('=');
+        if (line.empty() || line.front() == '[' || line.front() == '#' ||
+            equals == std::string::npos) {
+            continue;
+        }
+        // "_k_friendly_name" and other keys of the group say nothing of shortcuts.
+        const std::string key = line.substr(0, equals);
+        if (key.starts_with('_')) {
+            continue;
+        }
+        const std::vector<std::string_view> fields =
+            split(std::string_view(line).substr(equals + 1), ',');
+        const std::string name = fields.size() >= 3 && !trimmedString(fields[2]).empty()
+                                     ? trimmedString(fields[2])
+                                     : key;
+        // KConfig writes the tab between two shortcuts escaped, as "\t".
+        std::string active;
+        for (std::size_t at = 0; at < fields[0].size(); ++at) {
+            const bool escapedTab =
+                fields[0][at] == '\\' && at + 1 < fields[0].size() && fields[0][at + 1] == 't';
+            active.push_back(escapedTab ? '\t' : fields[0][at]);
+            at += escapedTab ? 1 : 0;
+        }
+        for (const std::string_view shortcut : split(active, '\t')) {
+            if (bindings.size() >= mostBindings) {
+                return bindings;
+            }
+            if (auto binding = parseShortcut(trimmedString(shortcut))) {
+                binding->action = name;
+                bindings.push_back(std::move(*binding));
+            }
+        }
+    }
+    return bindings;
+}
+
+std::vector<std::string> KdeKeyBindings::configurationFiles()
+{
+    return ConfiguredShortcutOwners::xdgConfigurationFiles("kglobalshortcutsrc");
+}
+
+} // namespace vexto
