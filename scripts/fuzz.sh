@@ -10,7 +10,7 @@ source scripts/lib.sh
 install_packages "${CORE_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}"
 seconds=${1:-20}
 targets=${FUZZ_TARGETS:-fuzz_property_list fuzz_archived_colour fuzz_strings_table fuzz_script_parser
-                        fuzz_tiff_header fuzz_quoted_text fuzz_net_wm_icon fuzz_openbox_config}
+                        fuzz_tiff_header fuzz_quoted_text fuzz_net_wm_icon fuzz_shortcut_configs}
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DVEXTO_FUZZ=ON -DVEXTO_BUILD_QT=OFF -DVEXTO_BUILD_TESTS=OFF -DVEXTO_BUILD_BENCH=OFF >/dev/null
@@ -20,7 +20,7 @@ cmake --build build-fuzz --target $targets
 declare -A corpus=([fuzz_property_list]=property-list [fuzz_archived_colour]=archived-colour
                    [fuzz_strings_table]=strings-table [fuzz_script_parser]=script
                    [fuzz_tiff_header]=tiff-header [fuzz_quoted_text]=quoted-text
-                   [fuzz_net_wm_icon]=net-wm-icon [fuzz_openbox_config]=openbox-config)
+                   [fuzz_net_wm_icon]=net-wm-icon [fuzz_shortcut_configs]=shortcut-config)
 mkdir -p build-fuzz/findings
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 for target in $targets; do

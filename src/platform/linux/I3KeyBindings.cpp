@@ -1,6 +1,7 @@
 #include "platform/linux/I3KeyBindings.hpp"
 
 #include "foundation/StringExtensions.hpp"
+#include "foundation/TextEncoding.hpp"
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
@@ -88,8 +89,10 @@ std::optional<ShortcutBinding> I3KeyBindings::parseCombination(std::string_view 
 
 std::optional<std::vector<ShortcutBinding>> I3KeyBindings::parse(std::string_view text)
 {
+    // Text only: bytes that are no UTF-8 would come back from trimming as replacement
+    // characters, longer than they went in.
     if (text.size() > ConfiguredShortcutOwners::largestFile ||
-        text.find('\0') != std::string_view::npos) {
+        text.find('\0') != std::string_view::npos || !TextEncoding::isValidUtf8(text)) {
         return std::nullopt;
     }
     std::map<std::string, std::string> variables;

@@ -1,6 +1,7 @@
 #include "platform/linux/KdeKeyBindings.hpp"
 
 #include "foundation/StringExtensions.hpp"
+#include "foundation/TextEncoding.hpp"
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
@@ -75,8 +76,10 @@ std::optional<ShortcutBinding> KdeKeyBindings::parseShortcut(std::string_view te
 
 std::optional<std::vector<ShortcutBinding>> KdeKeyBindings::parse(std::string_view text)
 {
+    // Text only: bytes that are no UTF-8 would come back from trimming as replacement
+    // characters, longer than they went in.
     if (text.size() > ConfiguredShortcutOwners::largestFile ||
-        text.find('\0') != std::string_view::npos) {
+        text.find('\0') != std::string_view::npos || !TextEncoding::isValidUtf8(text)) {
         return std::nullopt;
     }
     std::vector<ShortcutBinding> bindings;

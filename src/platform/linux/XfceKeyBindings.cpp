@@ -50,7 +50,10 @@ bool hasProperties(const xmlNode* node)
 
 std::optional<std::vector<ShortcutBinding>> XfceKeyBindings::parse(std::string_view xml)
 {
-    if (xml.size() > ConfiguredShortcutOwners::largestFile) {
+    // No channel file declares a document type: one that does could make its entities grow
+    // an attribute far past the file's size.
+    if (xml.size() > ConfiguredShortcutOwners::largestFile ||
+        xml.find("<!DOCTYPE") != std::string_view::npos) {
         return std::nullopt;
     }
     // No network, no entities substituted, no DTD loaded; libxml2's own depth bound holds.
