@@ -60,31 +60,23 @@ std::string substituted(std::string line, const std::map<std::string, std::strin
 
 std::optional<ShortcutBinding> I3KeyBindings::parseCombination(std::string_view text)
 {
-    ShortcutBinding binding;
-    while (true) {
-        const std::size_t plus = text.find('+');
-        if (plus == std::string_view::npos || plus + 1 == text.size()) {
-            break; // a '+' at the end is the key "plus" written as itself
-        }
-        const std::string modifier = asciiLowercased(text.substr(0, plus));
-        if (modifier == "shift") {
-            binding.modifiers |= M::shift;
-        } else if (modifier == "control" || modifier == "ctrl") {
-            binding.modifiers |= M::control;
-        } else if (modifier == "mod1") {
-            binding.modifiers |= M::alt;
-        } else if (modifier == "mod4") {
-            binding.modifiers |= M::super;
-        } else {
-            return std::nullopt;
-        }
-        text.remove_prefix(plus + 1);
-    }
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    binding.keysym = std::string(text);
-    return binding;
+    return ShortcutBinding::fromJoinedNames(text, '+',
+                                            [](std::string_view name) -> std::optional<unsigned> {
+                                                const std::string lower = asciiLowercased(name);
+                                                if (lower == "shift") {
+                                                    return M::shift;
+                                                }
+                                                if (lower == "control" || lower == "ctrl") {
+                                                    return M::control;
+                                                }
+                                                if (lower == "mod1") {
+                                                    return M::alt;
+                                                }
+                                                if (lower == "mod4") {
+                                                    return M::super;
+                                                }
+                                                return std::nullopt;
+                                            });
 }
 
 std::optional<std::vector<ShortcutBinding>> I3KeyBindings::parse(std::string_view text)

@@ -45,32 +45,33 @@ std::vector<std::string_view> split(std::string_view text, char separator)
 
 std::optional<ShortcutBinding> KdeKeyBindings::parseShortcut(std::string_view text)
 {
-    ShortcutBinding binding;
-    while (true) {
-        const std::size_t plus = text.find('+');
-        if (plus == std::string_view::npos || plus + 1 == text.size()) {
-            break; // "Ctrl++": the key is the plus itself
-        }
-        const std::string_view modifier = text.substr(0, plus);
-        if (modifier == "Shift") {
-            binding.modifiers |= M::shift;
-        } else if (modifier == "Ctrl") {
-            binding.modifiers |= M::control;
-        } else if (modifier == "Alt") {
-            binding.modifiers |= M::alt;
-        } else if (modifier == "Meta") {
-            binding.modifiers |= M::super;
-        } else {
-            return std::nullopt;
-        }
-        text.remove_prefix(plus + 1);
-    }
-    if (text.empty() || text == "none") {
+    if (text == "none") {
         return std::nullopt;
     }
-    const auto renamed = std::find_if(keysymOfQtName.begin(), keysymOfQtName.end(),
-                                      [&](const auto& entry) { return entry.first == text; });
-    binding.keysym = std::string(renamed != keysymOfQtName.end() ? renamed->second : text);
+    auto binding = ShortcutBinding::fromJoinedNames(
+        text, '+', [](std::string_view name) -> std::optional<unsigned> {
+            if (name == "Shift") {
+                return M::shift;
+            }
+            if (name == "Ctrl") {
+                return M::control;
+            }
+            if (name == "Alt") {
+                return M::alt;
+            }
+            if (name == "Meta") {
+                return M::super;
+            }
+            return std::nullopt;
+        });
+    if (binding) {
+        const auto renamed =
+            std::find_if(keysymOfQtName.begin(), keysymOfQtName.end(),
+                         [&](const auto& entry) { return entry.first == binding->keysym; });
+        if (renamed != keysymOfQtName.end()) {
+            binding->keysym = std::string(renamed->second);
+        }
+    }
     return binding;
 }
 

@@ -55,32 +55,22 @@ std::optional<ShortcutBinding> OpenboxKeyBindings::parseKey(std::string_view tex
 {
     // A chain's first key is the one held.
     text = text.substr(0, text.find(' '));
-    ShortcutBinding key;
-    while (true) {
-        const std::size_t dash = text.find('-');
-        // A dash at the end is the key "minus" written as itself.
-        if (dash == std::string_view::npos || dash + 1 == text.size()) {
-            break;
-        }
-        const std::string_view modifier = text.substr(0, dash);
-        if (modifier == "S") {
-            key.modifiers |= M::shift;
-        } else if (modifier == "C") {
-            key.modifiers |= M::control;
-        } else if (modifier == "A" || modifier == "M" || modifier == "Mod1") {
-            key.modifiers |= M::alt;
-        } else if (modifier == "W" || modifier == "Mod4") {
-            key.modifiers |= M::super;
-        } else {
-            return std::nullopt;
-        }
-        text.remove_prefix(dash + 1);
-    }
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    key.keysym = std::string(text);
-    return key;
+    return ShortcutBinding::fromJoinedNames(text, '-',
+                                            [](std::string_view name) -> std::optional<unsigned> {
+                                                if (name == "S") {
+                                                    return M::shift;
+                                                }
+                                                if (name == "C") {
+                                                    return M::control;
+                                                }
+                                                if (name == "A" || name == "M" || name == "Mod1") {
+                                                    return M::alt;
+                                                }
+                                                if (name == "W" || name == "Mod4") {
+                                                    return M::super;
+                                                }
+                                                return std::nullopt;
+                                            });
 }
 
 std::optional<std::vector<ShortcutBinding>> OpenboxKeyBindings::parse(std::string_view xml)

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace vexto {
 
@@ -12,6 +13,14 @@ struct ShortcutBinding {
     std::string keysym;
     unsigned modifiers = 0;
     std::string action = {};
+
+    // Modifier names joined by `separator` before a keysym ("S-A-Tab", "Mod4+Shift+q"), as
+    // window managers write them; `modifierNamed` gives a name's bits, none for a name no
+    // recorded combination can carry (the whole is then none, as is an empty key). A separator
+    // at the very end is the key itself ("Ctrl++").
+    static std::optional<ShortcutBinding>
+    fromJoinedNames(std::string_view text, char separator,
+                    const std::function<std::optional<unsigned>(std::string_view)>& modifierNamed);
 
     bool operator==(const ShortcutBinding&) const = default;
 };
