@@ -1,6 +1,7 @@
 #include "qt/QtKeyNames.hpp"
 
 #include <QKeySequence>
+#include <QStringList>
 
 #include <array>
 #include <optional>
@@ -62,6 +63,12 @@ std::optional<QKeyCombination> keyOf(std::string_view label)
     return std::nullopt;
 }
 
+bool onKde()
+{
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    return desktops.contains(QStringLiteral("KDE"));
+}
+
 } // namespace
 
 QString QtKeyNames::nativeText(std::string_view symbols)
@@ -83,7 +90,12 @@ QString QtKeyNames::nativeText(std::string_view symbols)
         return QString::fromUtf8(symbols);
     }
     const QKeyCombination combination(modifiers | key->keyboardModifiers(), key->key());
-    return QKeySequence(combination).toString(QKeySequence::NativeText);
+    QString text = QKeySequence(combination).toString(QKeySequence::NativeText);
+    // Qt says Meta, as KDE does; the other Linux desktops, and their keyboards, say Super.
+    if (combination.keyboardModifiers().testFlag(Qt::MetaModifier) && !onKde()) {
+        text.replace(QStringLiteral("Meta+"), QStringLiteral("Super+"));
+    }
+    return text;
 }
 
 } // namespace vexto

@@ -193,7 +193,7 @@ TEST(QtKeyNamesTest, CombinationsReadInTheDesktopsWords)
     const std::pair<const char*, const char*> names[] = {
         {"\u2303\u21E7F5", "Ctrl+Shift+F5"},
         {"\u2325\u21E5", "Alt+Tab"},
-        {"\u2318Space", "Meta+Space"},
+        {"\u2318Space", "Super+Space"},
         {"\u2303\u2325\u2190", "Ctrl+Alt+Left"},
         {"\u2325\u2192", "Alt+Right"},
         {"\u2303\u21DF", "Ctrl+PgDown"},
@@ -209,9 +209,14 @@ TEST(QtKeyNamesTest, CombinationsReadInTheDesktopsWords)
         {"No Shortcut", "No Shortcut"},
         {"\u2303", "\u2303"},
     };
+    ::unsetenv("XDG_CURRENT_DESKTOP");
     for (const auto& [symbols, words] : names) {
         EXPECT_EQ(QtKeyNames::nativeText(symbols).toStdString(), words) << symbols;
     }
+    // KDE's own word for the key.
+    ::setenv("XDG_CURRENT_DESKTOP", "KDE", 1);
+    EXPECT_EQ(QtKeyNames::nativeText("\u2318Space").toStdString(), "Meta+Space");
+    ::unsetenv("XDG_CURRENT_DESKTOP");
 }
 
 // A refusal names the combination as the field shows it, in words; the rest of the notice, and a
