@@ -1,10 +1,12 @@
 #include "../support/ChildProcess.hpp"
+#include "../support/DBusSession.hpp"
 #include "XvfbServer.hpp"
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "platform/linux/DesktopShortcutOwners.hpp"
 #include "platform/linux/GnomeShortcutOwners.hpp"
 #include "platform/linux/GtkAccelerator.hpp"
 #include "platform/linux/I3KeyBindings.hpp"
+#include "platform/linux/KdeGlobalAccelOwners.hpp"
 #include "platform/linux/KdeKeyBindings.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/X11AccessibilityStatus.hpp"
@@ -12,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -19,6 +22,7 @@
 #include <map>
 #include <string>
 #include <sys/stat.h>
+#include <systemd/sd-bus.h>
 #include <thread>
 #include <unistd.h>
 
@@ -351,6 +355,111 @@ TEST(GnomeShortcutOwnersTest, TheDesktopsKeybindingsAndCustomShortcutsAreNamedBy
          {"GSETTINGS_SCHEMA_DIR", "XDG_DATA_DIRS", "GSETTINGS_BACKEND", "XDG_CONFIG_HOME"}) {
         ::unsetenv(name);
     }
+}
+
+// org.kde.kglobalaccel as KWin answers `action(int)`: the holder's component and action ids
+// and friendly names, or nothing for a free key.
+class FakeGlobalAccel {
+public:
+    explicit FakeGlobalAccel(std::map<int, std::vector<std::string>> held) : held_(std::move(held))
+    {
+        if (sd_bus_open_user(&bus_) < 0 ||
+            sd_bus_add_object_vtable(bus_, nullptr, "/kglobalaccel", "org.kde.KGlobalAccel", table,
+                                     this) < 0 ||
+            sd_bus_request_name(bus_, "org.kde.kglobalaccel", 0) < 0) {
+            return;
+        }
+        serving_ = true;
+        thread_ = std::thread([this] {
+            while (serving_) {
+                while (sd_bus_process(bus_, nullptr) > 0) {
+                }
+                sd_bus_wait(bus_, 20 * 1000);
+            }
+        });
+    }
+    ~FakeGlobalAccel()
+    {
+        serving_ = false;
+        if (thread_.joinable()) {
+            thread_.join();
+        }
+        sd_bus_flush_close_unref(bus_);
+    }
+    bool serves() const { return serving_; }
+    std::vector<int> asked;
+
+private:
+    static int action(sd_bus_message* call, void* self, sd_bus_error*)
+    {
+        auto& fake = *static_cast<FakeGlobalAccel*>(self);
+        int key = 0;
+        sd_bus_message_read(call, "i", &key);
+        fake.asked.push_back(key);
+        std::vector<char*> strings;
+        if (const auto found = fake.held_.find(key); found != fake.held_.end()) {
+            for (std::string& text : found->second) {
+                strings.push_back(text.data());
+            }
+        }
+        strings.push_back(nullptr);
+        sd_bus_message* reply = nullptr;
+        sd_bus_message_new_method_return(call, &reply);
+        sd_bus_message_append_strv(reply, strings.data());
+        const int sent = sd_bus_send(nullptr, reply, nullptr);
+        sd_bus_message_unref(reply);
+        return sent;
+    }
+    static constexpr sd_bus_vtable table[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("action", "i", "as", action, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_END,
+    };
+
+    std::map<int, std::vector<std::string>> held_;
+    sd_bus* bus_ = nullptr;
+    std::atomic<bool> serving_ = false;
+    std::thread thread_;
+};
+
+TEST(KdeGlobalAccelOwnersTest, TheServiceNamesTheHolderAndItsFileSpeaksWhenItIsGone)
+{
+    EXPECT_EQ(KdeGlobalAccelOwners::qtKey("Tab", M::alt), 0x08000000 | 0x01000001);
+    EXPECT_EQ(KdeGlobalAccelOwners::qtKey("q", M::super | M::shift), 0x10000000 | 0x02000000 | 'Q');
+    EXPECT_EQ(KdeGlobalAccelOwners::qtKey("F12", M::control), 0x04000000 | 0x0100003B);
+    EXPECT_EQ(KdeGlobalAccelOwners::qtKey("Next", 0), 0x01000017);
+    EXPECT_FALSE(KdeGlobalAccelOwners::qtKey("XF86AudioPlay", 0));
+
+    test::DBusSession session;
+    ASSERT_TRUE(session.isRunning());
+    TemporaryFolder folder;
+    folder.write("kglobalshortcutsrc", "[kwin]\nOverview=Meta+Tab,Meta+Tab,Toggle Overview\n");
+    const auto withFile = [&] {
+        return std::make_unique<KdeGlobalAccelOwners>(
+            [](unsigned key) -> std::optional<std::string> {
+                return key == 23 ? std::optional<std::string>("Tab") : std::nullopt;
+            },
+            std::make_unique<ConfiguredShortcutOwners>(
+                "KDE", std::vector<std::string>{(folder.path() / "kglobalshortcutsrc").string()},
+                &KdeKeyBindings::parse, usKey));
+    };
+    {
+        FakeGlobalAccel service(
+            {{0x08000000 | 0x01000001,
+              {"kwin", "Walk Through Windows", "KWin", "Walk Through Windows"}}});
+        ASSERT_TRUE(service.serves());
+        auto owners = withFile();
+        const ShortcutOwner altTab = owners->ownerOf(virtualTab, M::alt);
+        EXPECT_EQ(altTab, (ShortcutOwner{ShortcutOwner::Answer::Taken, "KDE",
+                                         "Walk Through Windows", "kglobalaccel kwin"}));
+        EXPECT_EQ(owners->ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Free)
+            << "the running service knows better than the file";
+        EXPECT_EQ(service.asked.size(), 2u);
+    }
+    // Without the service the file answers, as it would with KWin not running.
+    auto owners = withFile();
+    EXPECT_EQ(owners->ownerOf(virtualTab, M::super).action, "Toggle Overview");
+    EXPECT_EQ(owners->ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Free);
 }
 
 // Openbox itself on a display of the test's own, with the configuration the test gives it.

@@ -1,11 +1,13 @@
 #include "platform/linux/DesktopShortcutOwners.hpp"
 
 #include "platform/linux/I3KeyBindings.hpp"
+#include "platform/linux/KdeGlobalAccelOwners.hpp"
 #include "platform/linux/KdeKeyBindings.hpp"
 #include "platform/linux/OpenboxKeyBindings.hpp"
 #include "platform/linux/WaylandSession.hpp"
 #include "platform/linux/XfceKeyBindings.hpp"
 
+#include <X11/XKBlib.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <algorithm>
@@ -73,6 +75,16 @@ DesktopShortcutOwners::~DesktopShortcutOwners()
     }
 }
 
+std::optional<std::string> DesktopShortcutOwners::keysymOfKey(unsigned xKeyCode) const
+{
+    if (display_ == nullptr || xKeyCode > 255) {
+        return std::nullopt;
+    }
+    const KeySym symbol = XkbKeycodeToKeysym(display_, static_cast<KeyCode>(xKeyCode), 0, 0);
+    const char* name = symbol != NoSymbol ? XKeysymToString(symbol) : nullptr;
+    return name != nullptr ? std::optional<std::string>(name) : std::nullopt;
+}
+
 std::string DesktopShortcutOwners::windowManagerName() const
 {
     if (display_ == nullptr) {
@@ -119,8 +131,10 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
     };
     if (isDesktop("KDE") && display_ != nullptr) {
         if (!kde_) {
-            kde_ = std::make_unique<ConfiguredShortcutOwners>(
-                "KDE", KdeKeyBindings::configurationFiles(), &KdeKeyBindings::parse, keyOf);
+            kde_ = std::make_unique<KdeGlobalAccelOwners>(
+                [this](unsigned key) { return keysymOfKey(key); },
+                std::make_unique<ConfiguredShortcutOwners>(
+                    "KDE", KdeKeyBindings::configurationFiles(), &KdeKeyBindings::parse, keyOf));
         }
         return kde_->ownerOf(keyCode, modifiers);
     }

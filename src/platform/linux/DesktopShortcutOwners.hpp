@@ -14,7 +14,8 @@ struct _XDisplay;
 namespace vexto {
 
 // The shortcut owners of the session the pane runs in, chosen when asked: on a GNOME desktop
-// (X11 or Wayland) its GSettings name them, on KDE Plasma its kglobalshortcutsrc; on X11 under
+// (X11 or Wayland) its GSettings name them, on KDE Plasma its global shortcut service (else its
+// kglobalshortcutsrc); on X11 under
 // Openbox, i3 or Xfwm their configuration does; in another Wayland session the compositor's keys
 // cannot be asked for (Unknown); under another X11 window manager the display's grab probe speaks
 // alone (Free).
@@ -37,13 +38,15 @@ private:
     std::string readWindowManagerName() const;
     // The X key code a keysym is on in the server's keymap (Xwayland's in a Wayland session).
     std::optional<unsigned> keyOfKeysym(const std::string& keysym) const;
+    // The keysym name on a key, unshifted.
+    std::optional<std::string> keysymOfKey(unsigned xKeyCode) const;
 
     _XDisplay* display_ = nullptr;
     // The window manager last seen, and its configuration's owners (none where it has none
     // that is read).
     std::pair<std::string, std::unique_ptr<ConfiguredShortcutOwners>> configured_;
     std::unique_ptr<GnomeShortcutOwners> gnome_;
-    std::unique_ptr<ConfiguredShortcutOwners> kde_;
+    std::unique_ptr<ShortcutOwners> kde_;
 };
 
 } // namespace vexto
