@@ -20,6 +20,17 @@ bool isWhiteSpaceOrNewline(char16_t c)
 
 } // namespace
 
+std::vector<std::string_view> splitString(std::string_view text, char separator)
+{
+    std::vector<std::string_view> parts;
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, at), text.size());
+        parts.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return parts;
+}
+
 std::string asciiLowercased(std::string_view text)
 {
     std::string out(text);

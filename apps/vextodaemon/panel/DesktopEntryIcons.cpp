@@ -4,20 +4,14 @@
 #include "foundation/HomeDirectory.hpp"
 #include "foundation/StringExtensions.hpp"
 #include "foundation/TextEncoding.hpp"
+#include "foundation/XdgBaseDirectories.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 namespace vexto {
 
 namespace {
-
-std::string variable(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 // The value of `key=` in the [Desktop Entry] group, unlocalised; none where it is absent.
 struct Entry {
@@ -68,24 +62,9 @@ Entry parse(std::string_view text)
 
 std::vector<std::string> DesktopEntryIcons::applicationFolders()
 {
-    std::string home = variable("XDG_DATA_HOME");
-    if (home.empty() || home.front() != '/') {
-        home = HomeDirectory::expandTilde("~/.local/share");
-    }
-    std::string dirs = variable("XDG_DATA_DIRS");
-    if (dirs.empty()) {
-        dirs = "/usr/local/share:/usr/share";
-    }
-    std::vector<std::string> folders = {FileSystem::join(home, "applications")};
-    std::size_t start = 0;
-    while (start <= dirs.size()) {
-        const std::size_t colon = std::min(dirs.find(':', start), dirs.size());
-        const std::string dir = dirs.substr(start, colon - start);
-        // Relative entries are not honoured, as the base directory rules say.
-        if (!dir.empty() && dir.front() == '/') {
-            folders.push_back(FileSystem::join(dir, "applications"));
-        }
-        start = colon + 1;
+    std::vector<std::string> folders;
+    for (const std::string& data : XdgBaseDirectories::dataFolders()) {
+        folders.push_back(FileSystem::join(data, "applications"));
     }
     return folders;
 }

@@ -113,13 +113,12 @@ xcb_window_t X11WindowPicture::topLevelOf(xcb_window_t window) const
     return window;
 }
 
-bool X11WindowPicture::fromComposite(xcb_window_t window, Source& source) const
+bool X11WindowPicture::fromComposite(xcb_window_t window, xcb_window_t frame, Source& source) const
 {
     if (!composite_) {
         return false;
     }
     xcb_connection_t* c = connection_.get();
-    const xcb_window_t frame = topLevelOf(window);
     const xcb_pixmap_t pixmap = xcb_generate_id(c);
     // Refused unless something redirects the frame: then no compositing manager keeps it.
     if (auto* error =
@@ -192,8 +191,9 @@ std::shared_ptr<const Bitmap> X11WindowPicture::take(xcb_window_t window, int la
         return nullptr;
     }
     Source source{window, 0, 0, XCB_NONE};
-    if (!fromComposite(window, source) &&
-        isCovered(window, topLevelOf(window), geometry->width, geometry->height)) {
+    const xcb_window_t frame = topLevelOf(window);
+    if (!fromComposite(window, frame, source) &&
+        isCovered(window, frame, geometry->width, geometry->height)) {
         return nullptr;
     }
     auto picture = read(source, geometry->width, geometry->height, largestSide);

@@ -35,7 +35,7 @@ private:
         xcb_pixmap_t pixmap = XCB_NONE; // to be freed
     };
     // The compositing manager's copy of the frame, and where the window lies in it.
-    bool fromComposite(xcb_window_t window, Source& source) const;
+    bool fromComposite(xcb_window_t window, xcb_window_t frame, Source& source) const;
     // Whether a window shown above the frame overlaps the window.
     bool isCovered(xcb_window_t window, xcb_window_t frame, std::uint16_t width,
                    std::uint16_t height) const;

@@ -1,51 +1,12 @@
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
 
+#include "foundation/FileSystem.hpp"
+#include "foundation/XdgBaseDirectories.hpp"
 #include "platform/linux/EvdevKeyCodes.hpp"
 
-#include <cstdlib>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace vexto {
-
-namespace {
-
-std::string environment(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-// A regular file's text, refused past the bound; none when it cannot be read. A FIFO planted in
-// the file's place must not hold the pane, so the file is opened without waiting.
-std::optional<std::string> boundedText(const std::string& path, std::size_t largest)
-{
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0) {
-        return std::nullopt;
-    }
-    struct stat status {};
-    std::optional<std::string> text;
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-        static_cast<std::size_t>(status.st_size) <= largest) {
-        std::string read(static_cast<std::size_t>(status.st_size), '\0');
-        std::size_t got = 0;
-        while (got < read.size()) {
-            const ssize_t part = ::read(descriptor, read.data() + got, read.size() - got);
-            if (part <= 0) {
-                break;
-            }
-            got += static_cast<std::size_t>(part);
-        }
-        read.resize(got);
-        text = std::move(read);
-    }
-    ::close(descriptor);
-    return text;
-}
-
-} // namespace
 
 bool ConfiguredShortcutOwners::Stamp::operator==(const Stamp& other) const
 {
@@ -58,23 +19,8 @@ std::vector<std::string>
 ConfiguredShortcutOwners::xdgConfigurationFiles(const std::string& relative)
 {
     std::vector<std::string> files;
-    std::string home = environment("XDG_CONFIG_HOME");
-    if (home.empty() && !environment("HOME").empty()) {
-        home = environment("HOME") + "/.config";
-    }
-    if (!home.empty()) {
-        files.push_back(home + "/" + relative);
-    }
-    std::string dirs = environment("XDG_CONFIG_DIRS");
-    if (dirs.empty()) {
-        dirs = "/etc/xdg";
-    }
-    for (std::size_t at = 0; at <= dirs.size();) {
-        const std::size_t colon = std::min(dirs.find(':', at), dirs.size());
-        if (colon > at) {
-            files.push_back(dirs.substr(at, colon - at) + "/" + relative);
-        }
-        at = colon + 1;
+    for (const std::string& folder : XdgBaseDirectories::configFolders()) {
+        files.push_back(FileSystem::join(folder, relative));
     }
     return files;
 }
@@ -103,8 +49,10 @@ void ConfiguredShortcutOwners::refresh()
     read_ = current;
     bindings_.reset();
     if (current) {
-        if (const auto text = boundedText(current->path, largestFile)) {
-            bindings_ = parse_(*text);
+        // A FIFO planted in the file's place is refused without waiting.
+        if (const auto bytes = FileSystem::readFile(current->path, largestFile)) {
+            bindings_ = parse_(
+                std::string_view(reinterpret_cast<const char*>(bytes->data()), bytes->size()));
         }
     }
 }

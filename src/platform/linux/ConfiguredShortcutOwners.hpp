@@ -25,8 +25,7 @@ public:
 
     static constexpr std::size_t largestFile = 1024 * 1024;
 
-    // `relative` under $XDG_CONFIG_HOME (else ~/.config), then under each of $XDG_CONFIG_DIRS
-    // (else /etc/xdg).
+    // `relative` under each of the XDG configuration folders, the user's first.
     static std::vector<std::string> xdgConfigurationFiles(const std::string& relative);
 
     ConfiguredShortcutOwners(std::string program, std::vector<std::string> files, Parser parse,

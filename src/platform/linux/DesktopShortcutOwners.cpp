@@ -1,5 +1,6 @@
 #include "platform/linux/DesktopShortcutOwners.hpp"
 
+#include "foundation/StringExtensions.hpp"
 #include "platform/linux/I3KeyBindings.hpp"
 #include "platform/linux/KdeGlobalAccelOwners.hpp"
 #include "platform/linux/KdeKeyBindings.hpp"
@@ -47,15 +48,8 @@ DesktopShortcutOwners::DesktopShortcutOwners(const std::string& displayName)
 bool DesktopShortcutOwners::isDesktop(std::string_view name)
 {
     const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
-    const std::string_view names = desktops != nullptr ? desktops : "";
-    for (std::size_t at = 0; at <= names.size();) {
-        const std::size_t colon = std::min(names.find(':', at), names.size());
-        if (names.substr(at, colon - at) == name) {
-            return true;
-        }
-        at = colon + 1;
-    }
-    return false;
+    const auto names = splitString(desktops != nullptr ? desktops : "", ':');
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 std::optional<unsigned> DesktopShortcutOwners::keyOfKeysym(const std::string& keysym) const

@@ -1,12 +1,12 @@
 #include "platform/linux/I3KeyBindings.hpp"
 
+#include "foundation/HomeDirectory.hpp"
 #include "foundation/StringExtensions.hpp"
 #include "foundation/TextEncoding.hpp"
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 
 namespace vexto {
@@ -151,10 +151,8 @@ std::optional<std::vector<ShortcutBinding>> I3KeyBindings::parse(std::string_vie
 std::vector<std::string> I3KeyBindings::configurationFiles()
 {
     std::vector<std::string> files = ConfiguredShortcutOwners::xdgConfigurationFiles("i3/config");
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
-        files.insert(files.begin() + std::ptrdiff_t(std::min<std::size_t>(1, files.size())),
-                     std::string(home) + "/.i3/config");
-    }
+    // After the user's XDG folder, before the system's.
+    files.insert(files.begin() + 1, HomeDirectory::expandTilde("~/.i3/config"));
     files.push_back("/etc/i3/config");
     return files;
 }

@@ -30,17 +30,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 11> keysymOf
     {"CapsLock", "Caps_Lock"},
 }};
 
-std::vector<std::string_view> split(std::string_view text, char separator)
-{
-    std::vector<std::string_view> parts;
-    for (std::size_t at = 0; at <= text.size();) {
-        const std::size_t end = std::min(text.find(separator, at), text.size());
-        parts.push_back(text.substr(at, end - at));
-        at = end + 1;
-    }
-    return parts;
-}
-
 } // namespace
 
 std::optional<ShortcutBinding> KdeKeyBindings::parseShortcut(std::string_view text)
@@ -84,7 +73,7 @@ std::optional<std::vector<ShortcutBinding>> KdeKeyBindings::parse(std::string_vi
         return std::nullopt;
     }
     std::vector<ShortcutBinding> bindings;
-    for (const std::string_view rawLine : split(text, '\n')) {
+    for (const std::string_view rawLine : splitString(text, '\n')) {
         const std::string line = trimmedString(rawLine);
         const std::size_t equals = line.find('=');
         if (line.empty() || line.front() == '[' || line.front() == '#' ||
@@ -97,7 +86,7 @@ std::optional<std::vector<ShortcutBinding>> KdeKeyBindings::parse(std::string_vi
             continue;
         }
         const std::vector<std::string_view> fields =
-            split(std::string_view(line).substr(equals + 1), ',');
+            splitString(std::string_view(line).substr(equals + 1), ',');
         const std::string name = fields.size() >= 3 && !trimmedString(fields[2]).empty()
                                      ? trimmedString(fields[2])
                                      : key;
@@ -109,7 +98,7 @@ std::optional<std::vector<ShortcutBinding>> KdeKeyBindings::parse(std::string_vi
             active.push_back(escapedTab ? '\t' : fields[0][at]);
             at += escapedTab ? 1 : 0;
         }
-        for (const std::string_view shortcut : split(active, '\t')) {
+        for (const std::string_view shortcut : splitString(active, '\t')) {
             if (bindings.size() >= mostBindings) {
                 return bindings;
             }
