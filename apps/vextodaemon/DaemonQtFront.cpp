@@ -212,9 +212,15 @@ public:
 
     // Above the panel where the picture fits there, else on the side with more room, centred
     // on the panel; the picture only ever shrinks to fit.
-    void show(const Bitmap& picture, const Color& borderColour, const QRect& panel,
-              const QRect& area)
+    void show(const Bitmap& picture, const Color& borderColour, const QWidget& panelWindow)
     {
+        const QScreen* screen = panelWindow.screen();
+        if (screen == nullptr || picture.width <= 0 || picture.height <= 0 ||
+            picture.rgba.size() < std::size_t(picture.width) * std::size_t(picture.height) * 4) {
+            return;
+        }
+        const QRect panel = panelWindow.geometry();
+        const QRect area = screen->availableGeometry();
         picture_ = QImage(picture.rgba.data(), picture.width, picture.height, picture.width * 4,
                           QImage::Format_RGBA8888)
                        .copy();
@@ -272,8 +278,7 @@ public:
         }
         preview_.hide();
         if (appearance.showPreviews) {
-            preview_.show(PanelContent::samplePreview(), appearance.previewBorder,
-                          window_.geometry(), window_.screen()->availableGeometry());
+            preview_.show(PanelContent::samplePreview(), appearance.previewBorder, window_);
         }
         sampleTimer_.start(sampleMilliseconds); // a new sample starts the time again
         return true;
@@ -304,13 +309,9 @@ public:
 
     void showPreview(const Bitmap& picture) override
     {
-        if (!look_ || !window_.isVisible() || picture.width <= 0 || picture.height <= 0 ||
-            picture.rgba.size() < std::size_t(picture.width) * std::size_t(picture.height) * 4) {
-            return;
+        if (look_ && window_.isVisible()) {
+            preview_.show(picture, look_->previewBorder, window_);
         }
-        QScreen* screen = window_.screen();
-        const QRect area = screen != nullptr ? screen->availableGeometry() : QRect();
-        preview_.show(picture, look_->previewBorder, window_.geometry(), area);
     }
 
     void hidePreview() override { preview_.hide(); }

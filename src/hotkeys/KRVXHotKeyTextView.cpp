@@ -123,8 +123,6 @@ void KRVXHotKeyTextView::showDesktopOwner()
         showSlot(); // the combination named as the field shows it
         // Left standing until the user records another: nothing is changed for them.
         showRefusal(HotKeyRefusal{}, string(), owner);
-        delegate_->hotKeyRunLoop().cancelPreviousPerformRequests(this, clearNoticeSelector,
-                                                                 PerformArgument{});
     }
 }
 
@@ -299,7 +297,6 @@ void KRVXHotKeyTextView::showRefusal(const HotKeyRefusal& refusal, const std::st
                                {combination, titleOfSlot(refusal), localized(refusal.direction)}),
             combination);
     }
-    clearNoticeLater();
 }
 
 void KRVXHotKeyTextView::clearNoticeLater()
@@ -369,6 +366,7 @@ void KRVXHotKeyTextView::record(const Event& event)
             refusal->identifier.empty() ? ownerOf(event.keyCode(), flags) : ShortcutOwner{};
         Application::shared().beep();
         showRefusal(*refusal, readable, owner);
+        clearNoticeLater();
         return;
     }
     setNotice({});
@@ -393,6 +391,7 @@ void KRVXHotKeyTextView::record(const Event& event)
     if (owner.answer == ShortcutOwner::Answer::Taken) {
         Application::shared().beep();
         showRefusal(HotKeyRefusal{}, readable, owner);
+        clearNoticeLater();
         return;
     }
     if (owner.answer == ShortcutOwner::Answer::Unknown) {

@@ -88,9 +88,11 @@ public:
 private:
     void record(const Event& event);
     void showSlot();
-    // With the owner the desktop names, where the refusal is another program's hold.
+    // With the owner the desktop names, where the refusal is another program's hold. It stands
+    // until cleared.
     void showRefusal(const HotKeyRefusal& refusal, const std::string& combination,
                      const ShortcutOwner& owner);
+    // The notice goes after `refusalNoticeTime`.
     void clearNoticeLater();
     ShortcutOwner ownerOf(std::uint16_t keyCode, std::uint64_t flags) const;
     const PlistDictionary* storedRecord() const;

@@ -74,6 +74,12 @@ namespace {
 constexpr int noticeSettleTime = 600;
 constexpr const char* noticeWatched = "vextoNoticeWatched";
 
+// Just under the widget, without waiting for the pointer.
+void showTipUnder(QWidget* widget, const QString& text)
+{
+    QToolTip::showText(widget->mapToGlobal(QPoint(0, widget->height())), text, widget);
+}
+
 // A notice given before the window showed (the pane's first look) appears when the view does.
 class NoticeWhenShown final : public QObject {
 public:
@@ -91,8 +97,7 @@ protected:
                 const QString text = QtViewMirror::noticeText(*view);
                 // One tip shows at a time: the first field's notice, in reading order.
                 if (!text.isEmpty() && widget->isVisible() && !QToolTip::isVisible()) {
-                    QToolTip::showText(widget->mapToGlobal(QPoint(0, widget->height())), text,
-                                       widget);
+                    showTipUnder(widget, text);
                 }
             });
         }
@@ -133,7 +138,7 @@ void QtViewMirror::showNotice()
         }
         return;
     }
-    QToolTip::showText(widget_->mapToGlobal(QPoint(0, widget_->height())), text, widget_);
+    showTipUnder(widget_, text);
 }
 
 void QtViewMirror::start()

@@ -34,6 +34,9 @@ public:
 
     // A title for Qt widgets that read "&" as a shortcut marker: shown as the text it is.
     static QString plainTitle(const std::string& title);
+    // The notice as the desktop shows it: keys named in its words ("Ctrl+Alt+Z"), as the field
+    // names them, instead of symbols.
+    static QString noticeText(const View& view);
 
 protected:
     QtViewMirror(std::shared_ptr<View> view, QWidget* widget);
@@ -54,11 +57,6 @@ protected:
     // True while the model is being pushed to the widget: widget signals are then ignored.
     bool pushing_ = false;
     std::vector<std::unique_ptr<QtViewMirror>> children_;
-
-public:
-    // The notice as the desktop shows it: keys named in its words ("Ctrl+Alt+Z"), as the field
-    // names them, instead of symbols.
-    static QString noticeText(const View& view);
 
 private:
     void showNotice();

@@ -476,11 +476,12 @@ TEST(DesktopShortcutOwnersTest, UnderOpenboxItsOwnConfigurationNamesTheKeysItHol
     ::setenv("DISPLAY", server.display().c_str(), 1);
     ::unsetenv("WAYLAND_DISPLAY");
     ::unsetenv("XDG_SESSION_TYPE");
-    DesktopShortcutOwners owners(server.display());
-    for (int tries = 0; tries < 300 && owners.windowManagerName().empty(); ++tries) {
+    EwmhProcessWindows windows(server.display());
+    DesktopShortcutOwners owners(windows, server.display());
+    for (int tries = 0; tries < 300 && windows.windowManagerName().empty(); ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    EXPECT_EQ(owners.windowManagerName(), "Openbox");
+    EXPECT_EQ(windows.windowManagerName(), "Openbox");
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).action, "NextWindow");
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).configuredIn, configHome + "/openbox/rc.xml");
     EXPECT_EQ(owners.ownerOf(virtualTab, M::super).answer, ShortcutOwner::Answer::Free);
@@ -498,7 +499,7 @@ TEST(DesktopShortcutOwnersTest, UnderOpenboxItsOwnConfigurationNamesTheKeysItHol
 
     // Another window manager, or none: the display's own probe speaks alone.
     openbox.stop();
-    for (int tries = 0; tries < 300 && !owners.windowManagerName().empty(); ++tries) {
+    for (int tries = 0; tries < 300 && !windows.windowManagerName().empty(); ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     EXPECT_EQ(owners.ownerOf(virtualTab, M::alt).answer, ShortcutOwner::Answer::Free);

@@ -1,6 +1,7 @@
 #include "cycling/CycleController.hpp"
 
 #include "cycling/CyclePanel.hpp"
+#include "cycling/WindowActions.hpp"
 #include "cycling/WindowSystem.hpp"
 #include "foundation/Log.hpp"
 #include "ports/KeyboardLayout.hpp"
@@ -37,13 +38,6 @@ enum CycleKey : std::uint16_t {
     downKey = 0x7D,
     upKey = 0x7E,
 };
-
-bool actsOnAWindow(DaemonAction action)
-{
-    return action == DaemonAction::ZoomFrontmostWindow ||
-           action == DaemonAction::MinimizeFrontmostWindow ||
-           action == DaemonAction::CloseFrontmostWindow;
-}
 
 } // namespace
 
@@ -219,7 +213,7 @@ void CycleController::activateSelection(std::uint32_t time)
     const std::vector<PutOff> putOff = std::move(putOff_);
     end(time);
     for (const PutOff& action : putOff) {
-        perform(action.action, action.window, time);
+        WindowActions::actOn(windows_, action.action, action.window, time);
     }
     if (target) {
         windows_.activate(*target, time);
@@ -237,7 +231,7 @@ void CycleController::actOnSelection(DaemonAction action, std::uint32_t time)
     if (settings_.processWindowsWhenDone) {
         putOff(action, window);
     } else {
-        perform(action, window, time);
+        WindowActions::actOn(windows_, action, window, time);
     }
     switch (action) {
     case DaemonAction::ZoomFrontmostWindow:
@@ -272,23 +266,6 @@ void CycleController::putOff(DaemonAction action, const CycleWindow& window)
     }
     if (std::none_of(putOff_.begin(), putOff_.end(), same)) {
         putOff_.push_back({action, window});
-    }
-}
-
-void CycleController::perform(DaemonAction action, const CycleWindow& window, std::uint32_t time)
-{
-    switch (action) {
-    case DaemonAction::ZoomFrontmostWindow:
-        windows_.toggleZoom(window, time);
-        break;
-    case DaemonAction::MinimizeFrontmostWindow:
-        windows_.minimize(window);
-        break;
-    case DaemonAction::CloseFrontmostWindow:
-        windows_.close(window, time);
-        break;
-    default:
-        break;
     }
 }
 
@@ -390,7 +367,7 @@ std::optional<DaemonAction> CycleController::selectionActionOfKey(std::uint16_t 
     // The frontmost-window keys act on the selection; the cycle's own modifiers are held with
     // them, so their key alone is enough.
     for (const HotKeyBinding& binding : bindings_) {
-        if (actsOnAWindow(binding.action) && binding.keyCode == keyCode) {
+        if (WindowActions::actsOnOneWindow(binding.action) && binding.keyCode == keyCode) {
             return binding.action;
         }
     }

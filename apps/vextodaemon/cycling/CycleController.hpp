@@ -58,7 +58,6 @@ private:
     void activateSelection(std::uint32_t time);
     void actOnSelection(DaemonAction action, std::uint32_t time);
     void putOff(DaemonAction action, const CycleWindow& window);
-    void perform(DaemonAction action, const CycleWindow& window, std::uint32_t time);
     // The zoom, minimise or close action a key asks for on the selected window.
     std::optional<DaemonAction> selectionActionOfKey(std::uint16_t keyCode) const;
     void end(std::uint32_t time);

@@ -6,6 +6,31 @@
 
 namespace vexto {
 
+bool WindowActions::actsOnOneWindow(DaemonAction action)
+{
+    return action == DaemonAction::ZoomFrontmostWindow ||
+           action == DaemonAction::MinimizeFrontmostWindow ||
+           action == DaemonAction::CloseFrontmostWindow;
+}
+
+void WindowActions::actOn(WindowSystem& windows, DaemonAction action, const CycleWindow& window,
+                          std::uint32_t time)
+{
+    switch (action) {
+    case DaemonAction::ZoomFrontmostWindow:
+        windows.toggleZoom(window, time);
+        break;
+    case DaemonAction::MinimizeFrontmostWindow:
+        windows.minimize(window);
+        break;
+    case DaemonAction::CloseFrontmostWindow:
+        windows.close(window, time);
+        break;
+    default:
+        break;
+    }
+}
+
 bool WindowActions::perform(DaemonAction action, std::uint32_t time)
 {
     const std::vector<CycleWindow> windows = windows_.windowsInRecentOrder();
@@ -26,23 +51,14 @@ bool WindowActions::perform(DaemonAction action, std::uint32_t time)
         }
         return found;
     };
+    if (actsOnOneWindow(action)) {
+        if (hasFront) {
+            actOn(windows_, action, *front, time);
+        }
+        return hasFront;
+    }
     std::vector<CycleWindow> chosen;
     switch (action) {
-    case DaemonAction::ZoomFrontmostWindow:
-        if (hasFront) {
-            windows_.toggleZoom(*front, time);
-        }
-        return hasFront;
-    case DaemonAction::MinimizeFrontmostWindow:
-        if (hasFront) {
-            windows_.minimize(*front);
-        }
-        return hasFront;
-    case DaemonAction::CloseFrontmostWindow:
-        if (hasFront) {
-            windows_.close(*front, time);
-        }
-        return hasFront;
     case DaemonAction::DeminimizeAllMinimizedWindows:
     case DaemonAction::DeminimizeMinimizedWindowsOfFrontmostApplication:
         chosen =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cycling/CycleWindow.hpp"
 #include "cycling/HotKeyBinding.hpp"
 
 #include <cstdint>
@@ -16,6 +17,12 @@ public:
 
     // False for an action that is a cycle, or when there is no window to act on.
     bool perform(DaemonAction action, std::uint32_t time);
+
+    // Zoom, minimise and close: the actions on one window, the frontmost or a cycle's selection.
+    static bool actsOnOneWindow(DaemonAction action);
+    // One of those on the window; nothing for another action.
+    static void actOn(WindowSystem& windows, DaemonAction action, const CycleWindow& window,
+                      std::uint32_t time);
 
 private:
     WindowSystem& windows_;

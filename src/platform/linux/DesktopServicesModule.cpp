@@ -37,7 +37,7 @@ private:
     X11HotKeyRegistrar hotKeys_;
     EwmhProcessWindows windows_;
     X11AccessibilityStatus accessibility_;
-    DesktopShortcutOwners owners_;
+    DesktopShortcutOwners owners_{windows_};
 };
 
 } // namespace

@@ -9,7 +9,6 @@
 #include "platform/linux/XfceKeyBindings.hpp"
 
 #include <X11/XKBlib.h>
-#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <algorithm>
 #include <cstdlib>
@@ -17,30 +16,9 @@
 
 namespace vexto {
 
-namespace {
-
-std::optional<Window> checkWindow(Display* display, Window window)
-{
-    const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0, left = 0;
-    unsigned char* data = nullptr;
-    std::optional<Window> found;
-    if (XGetWindowProperty(display, window, check, 0, 1, False, XA_WINDOW, &type, &format, &count,
-                           &left, &data) == Success &&
-        type == XA_WINDOW && format == 32 && count == 1) {
-        found = static_cast<Window>(reinterpret_cast<unsigned long*>(data)[0]);
-    }
-    if (data != nullptr) {
-        XFree(data);
-    }
-    return found;
-}
-
-} // namespace
-
-DesktopShortcutOwners::DesktopShortcutOwners(const std::string& displayName)
+DesktopShortcutOwners::DesktopShortcutOwners(EwmhProcessWindows& windows,
+                                             const std::string& displayName)
+    : windows_(windows)
 {
     display_ = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
 }
@@ -79,45 +57,6 @@ std::optional<std::string> DesktopShortcutOwners::keysymOfKey(unsigned xKeyCode)
     return name != nullptr ? std::optional<std::string>(name) : std::nullopt;
 }
 
-std::string DesktopShortcutOwners::windowManagerName() const
-{
-    if (display_ == nullptr) {
-        return {};
-    }
-    // The check window goes with its manager, perhaps between two requests: an error about it
-    // is an answer here, not the end of the process.
-    const auto previous = XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
-    const std::string found = readWindowManagerName();
-    XSync(display_, False);
-    XSetErrorHandler(previous);
-    return found;
-}
-
-std::string DesktopShortcutOwners::readWindowManagerName() const
-{
-    // The check window names itself the same on the root and on itself while the manager runs.
-    const auto window = checkWindow(display_, DefaultRootWindow(display_));
-    if (!window || checkWindow(display_, *window) != window) {
-        return {};
-    }
-    const Atom name = XInternAtom(display_, "_NET_WM_NAME", False);
-    const Atom utf8 = XInternAtom(display_, "UTF8_STRING", False);
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0, left = 0;
-    unsigned char* data = nullptr;
-    std::string found;
-    if (XGetWindowProperty(display_, *window, name, 0, 64, False, utf8, &type, &format, &count,
-                           &left, &data) == Success &&
-        type == utf8 && format == 8) {
-        found.assign(reinterpret_cast<const char*>(data), count);
-    }
-    if (data != nullptr) {
-        XFree(data);
-    }
-    return found;
-}
-
 ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned modifiers)
 {
     const auto keyOf = [this](const std::string& keysym) {
@@ -142,7 +81,7 @@ ShortcutOwner DesktopShortcutOwners::ownerOf(std::uint16_t keyCode, unsigned mod
         return {ShortcutOwner::Answer::Unknown, {}, {}, {}};
     }
     // The window manager's own configuration, read by the program that names itself so.
-    const std::string manager = windowManagerName();
+    const std::string manager = windows_.windowManagerName();
     if (manager != configured_.first) {
         configured_.first = manager;
         configured_.second.reset();

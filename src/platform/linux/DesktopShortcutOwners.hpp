@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/ConfiguredShortcutOwners.hpp"
+#include "platform/linux/EwmhProcessWindows.hpp"
 #include "platform/linux/GnomeShortcutOwners.hpp"
 #include "ports/ShortcutOwners.hpp"
 
@@ -21,8 +22,10 @@ namespace vexto {
 // alone (Free).
 class DesktopShortcutOwners final : public ShortcutOwners {
 public:
-    // The display named (empty: $DISPLAY).
-    explicit DesktopShortcutOwners(const std::string& displayName = {});
+    // Asks `windows` which window manager runs; the keymap is the named display's (empty:
+    // $DISPLAY).
+    explicit DesktopShortcutOwners(EwmhProcessWindows& windows,
+                                   const std::string& displayName = {});
     ~DesktopShortcutOwners() override;
     DesktopShortcutOwners(const DesktopShortcutOwners&) = delete;
     DesktopShortcutOwners& operator=(const DesktopShortcutOwners&) = delete;
@@ -31,16 +34,14 @@ public:
 
     // XDG_CURRENT_DESKTOP names this desktop among its own ("GNOME", "KDE").
     static bool isDesktop(std::string_view name);
-    // The name the running window manager gives itself (_NET_WM_NAME of its check window).
-    std::string windowManagerName() const;
 
 private:
-    std::string readWindowManagerName() const;
     // The X key code a keysym is on in the server's keymap (Xwayland's in a Wayland session).
     std::optional<unsigned> keyOfKeysym(const std::string& keysym) const;
     // The keysym name on a key, unshifted.
     std::optional<std::string> keysymOfKey(unsigned xKeyCode) const;
 
+    EwmhProcessWindows& windows_;
     _XDisplay* display_ = nullptr;
     // The window manager last seen, and its configuration's owners (none where it has none
     // that is read).

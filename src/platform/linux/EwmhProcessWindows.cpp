@@ -106,6 +106,33 @@ bool EwmhProcessWindows::hasWindowManager()
     return check && single(display_, *check, "_NET_SUPPORTING_WM_CHECK", XA_WINDOW) == check;
 }
 
+std::string EwmhProcessWindows::windowManagerName()
+{
+    if (!hasWindowManager()) {
+        return {};
+    }
+    const auto check =
+        single(display_, DefaultRootWindow(display_), "_NET_SUPPORTING_WM_CHECK", XA_WINDOW);
+    const CaughtErrors errors(display_);
+    const Atom utf8 = XInternAtom(display_, "UTF8_STRING", False);
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long after = 0;
+    unsigned char* data = nullptr;
+    std::string name;
+    if (check &&
+        XGetWindowProperty(display_, *check, XInternAtom(display_, "_NET_WM_NAME", False), 0, 64,
+                           False, utf8, &type, &format, &count, &after, &data) == Success &&
+        !errors.failed() && data != nullptr && type == utf8 && format == 8) {
+        name.assign(reinterpret_cast<const char*>(data), count);
+    }
+    if (data != nullptr) {
+        XFree(data);
+    }
+    return name;
+}
+
 int EwmhProcessWindows::activeWindowPID()
 {
     if (!hasWindowManager()) {

@@ -25,6 +25,9 @@ public:
     EwmhProcessWindows& operator=(const EwmhProcessWindows&) = delete;
 
     bool hasWindowManager();
+    // The name the running window manager gives itself ("Openbox", "i3", "Xfwm4"); empty
+    // without one or where it gives none.
+    std::string windowManagerName();
 
     int activeWindowPID() override;
     bool hasWindows(int pid) override;
