@@ -91,7 +91,8 @@ TEST(OpenboxKeyBindingsTest, TextsThatAreNoUsableConfigurationGiveNone)
     EXPECT_FALSE(OpenboxKeyBindings::parse("<keyboard><keybind key=\"A-Tab\"/></keyboard>"))
         << "another document";
     EXPECT_FALSE(OpenboxKeyBindings::parse(config("<keybind key=\"A-Tab\">")));
-    EXPECT_FALSE(OpenboxKeyBindings::parse(std::string(OpenboxKeyBindings::largestFile + 1, ' ')));
+    EXPECT_FALSE(
+        OpenboxKeyBindings::parse(std::string(ConfiguredShortcutOwners::largestFile + 1, ' ')));
     // Nesting far past any configuration's is refused, not followed.
     std::string deep;
     for (int i = 0; i < 100000; ++i) {

@@ -14,8 +14,6 @@ namespace vexto {
 // from its first key on, so only that key is kept.
 class OpenboxKeyBindings {
 public:
-    // Files larger than this are not read.
-    static constexpr std::size_t largestFile = 1024 * 1024;
     static constexpr std::size_t mostBindings = 4096;
 
     // None when the text is no usable configuration (not XML, too large, too deep).
